@@ -1,0 +1,40 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+#include "foundation/platform/File.h"
+
+namespace tavrin {
+inline namespace foundation {
+
+/// Reads the bytes of one file. Every failure throws an Exception that names the file. One thread
+/// at a time.
+class BinaryFileInputStream {
+public:
+    /// Opens the file; folders and devices are refused.
+    explicit BinaryFileInputStream(const Path& path)
+        : path_(path), file_(platform::File::openForReading(path)), size_(file_.getSize()) {}
+
+    /// Reads exactly `bytes`; an end of the file before that is a failure.
+    void read(void* buffer, std::size_t bytes);
+    /// Position from the beginning, in bytes.
+    std::uint64_t getPosition() { return file_.getPosition(); }
+    void seek(std::uint64_t position) { file_.seek(position); }
+    bool isAtEnd() { return getPosition() >= size_; }
+    /// Length of the file when it was opened, in bytes.
+    std::uint64_t getSize() const { return size_; }
+    const Path& getPath() const { return path_; }
+
+private:
+    Path path_;
+    platform::File file_;
+    std::uint64_t size_;
+};
+
+/// The whole text of a file, decoded from UTF-8. Throws an Exception that names the file, also when
+/// it is longer than `limit` bytes.
+String readTextFile(const Path& path, std::uint64_t limit);
+
+}  // namespace foundation
+}  // namespace tavrin

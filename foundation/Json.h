@@ -1,0 +1,26 @@
+#pragma once
+
+#include <nlohmann/json.hpp>
+
+#include "foundation/Result.h"
+#include "foundation/String.h"
+
+namespace tavrin {
+inline namespace foundation {
+
+/// JSON whose objects keep the order of their members.
+using Json = nlohmann::ordered_json;
+
+/// Parses text from outside: nesting deeper than 64 levels and anything that is not one JSON value
+/// is a failure that says where; it never throws.
+Result<Json> parseJson(const String& text);
+
+/// One line of JSON text; lone surrogates have been replaced by U+FFFD.
+String dumpJson(const Json& json);
+
+Json toJson(const String& text);
+/// The text of a JSON string; the caller has checked is_string().
+String toString(const Json& json);
+
+}  // namespace foundation
+}  // namespace tavrin

@@ -1,0 +1,19 @@
+#pragma once
+
+#include <tl/expected.hpp>
+
+#include "foundation/String.h"
+
+namespace tavrin {
+inline namespace foundation {
+
+/// The answer of an operation whose failure is an ordinary answer (load, save, deserialise):
+/// a value, or one English sentence that says what went wrong.
+template <class T>
+using Result = tl::expected<T, String>;
+
+/// Makes a failed Result: `return Failure("There is no such file.");`.
+using Failure = tl::unexpected<String>;
+
+}  // namespace foundation
+}  // namespace tavrin

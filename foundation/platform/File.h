@@ -1,0 +1,65 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <cstdio>
+
+#include "foundation/Path.h"
+
+namespace tavrin {
+inline namespace foundation {
+namespace platform {
+
+/// An open regular file with buffering and 64-bit positions. Every failure throws an Exception that
+/// names the file. One thread at a time.
+class File {
+public:
+    /// Opens an existing file for reading; folders and devices are refused.
+    static File openForReading(const Path& path);
+    /// Opens for writing and reading, empty; an existing file is emptied. Failures name
+    /// `shownPath`, which differs from `path` where a temporary file stands for another.
+    static File create(const Path& path, const Path& shownPath);
+
+    /// Reads up to `bytes` and answers how many there were before the end of the file.
+    std::size_t read(void* buffer, std::size_t bytes);
+    void write(const void* buffer, std::size_t bytes);
+    /// From the beginning.
+    void seek(std::uint64_t position);
+    std::uint64_t getPosition();
+    /// In bytes, of the file as it was opened.
+    std::uint64_t getSize() const;
+    /// Writes out what is buffered and closes; the file object is then of no more use.
+    void close();
+
+    File(File&& other) noexcept;
+    File& operator=(File&&) = delete;
+    ~File();
+
+private:
+    File(Path path, std::FILE* handle) : path_(std::move(path)), handle_(handle) {}
+
+    Path path_;
+    std::FILE* handle_;
+};
+
+/// Makes an empty file with a new name and the extension of `target` in the folder of `target`, with
+/// the access rights that `target` has or would get. Throws an Exception that names `target`.
+Path createTemporaryBeside(const Path& target);
+
+/// Renames `from` to `to` in one step, taking the place of an existing file. Throws an Exception
+/// that names `to`.
+void replaceFile(const Path& from, const Path& to);
+
+/// Removes a file; that it does not exist or cannot be removed is not reported.
+void removeFile(const Path& path) noexcept;
+
+/// Throws an Exception that names `target` when a file of that name cannot be written: a folder, a
+/// write-protected file.
+void checkWritable(const Path& target);
+
+/// True for an existing thing that is neither a regular file nor a folder (/dev/null, a pipe).
+bool isDevice(const Path& path);
+
+}  // namespace platform
+}  // namespace foundation
+}  // namespace tavrin

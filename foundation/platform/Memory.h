@@ -1,0 +1,23 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+namespace tavrin {
+inline namespace foundation {
+namespace platform {
+
+/// Bytes that a process can still take without swapping: what the system calls available, or what
+/// is left of the limit of its control group where that is less. The maximum value when the system
+/// does not tell.
+std::uint64_t availableMemory();
+
+/// `bytes` of uninitialised memory for pixels, aligned to at least 64 bytes; large blocks are laid
+/// out so that the system can back them with large pages. Throws std::bad_alloc. May be called from
+/// any thread; the block is given back with freePixelMemory.
+void* allocatePixelMemory(std::size_t bytes);
+void freePixelMemory(void* block) noexcept;
+
+}  // namespace platform
+}  // namespace foundation
+}  // namespace tavrin
