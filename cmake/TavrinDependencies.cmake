@@ -4,6 +4,11 @@ find_package(OpenEXR 3.1 CONFIG REQUIRED)
 find_package(TBB CONFIG REQUIRED)
 find_package(hwy CONFIG REQUIRED)
 find_package(OpenImageIO CONFIG REQUIRED)
+# Debian's package also names the headers of OpenCV, which ours do not include, nor does it bring.
+get_target_property(includes OpenImageIO::OpenImageIO INTERFACE_INCLUDE_DIRECTORIES)
+list(FILTER includes EXCLUDE REGEX "opencv")
+set_target_properties(OpenImageIO::OpenImageIO PROPERTIES
+    INTERFACE_INCLUDE_DIRECTORIES "${includes}")
 find_package(nlohmann_json CONFIG REQUIRED)
 find_package(CLI11 CONFIG REQUIRED)
 find_package(utf8cpp CONFIG REQUIRED)

@@ -1,0 +1,193 @@
+#include "services/imageio/ImageFormat.h"
+
+#include "foundation/FatalError.h"
+
+#include <algorithm>
+#include <limits>
+
+namespace tavrin::imageio {
+namespace {
+
+constexpr std::uint64_t kNoByteLimit = std::numeric_limits<std::uint64_t>::max();
+/// Formats whose headers count bytes with 32 bits; the rest is left for the headers themselves.
+constexpr std::uint64_t k32BitFile = 0xFFFFFFFFu - 65536u;
+/// Sizes are 32-bit integers in every library behind the formats.
+constexpr int kNoSideLimit = std::numeric_limits<int>::max();
+
+std::vector<ImageFormatInfo> makeImageFormats() {
+    using enum BitDepth;
+    return {
+        {.format = ImageFormat::Png,
+         .name = "png",
+         .displayName = "PNG image",
+         .extensions = {"png"},
+         .carriesAlpha = true,
+         .isLinear = false,
+         .maximumSide = 1'000'000,
+         .maximumBytes = kNoByteLimit,
+         .bitDepths = {Int8, Int16},
+         .quality = {},
+         .compressions = {"normal", "fast", "best", "none"}},
+        {.format = ImageFormat::Jpeg,
+         .name = "jpeg",
+         .displayName = "JPEG image",
+         .extensions = {"jpg", "jpeg"},
+         .carriesAlpha = false,
+         .isLinear = false,
+         .maximumSide = 65500,
+         .maximumBytes = kNoByteLimit,
+         .bitDepths = {Int8},
+         .quality = 95,
+         .compressions = {}},
+        {.format = ImageFormat::Tiff,
+         .name = "tiff",
+         .displayName = "TIFF image",
+         .extensions = {"tif", "tiff"},
+         .carriesAlpha = true,
+         .isLinear = false,
+         .maximumSide = kNoSideLimit,
+         .maximumBytes = kNoByteLimit,
+         .bitDepths = {Int16, Int8, Float},
+         .quality = {},
+         .compressions = {"zip", "lzw", "packbits", "none"}},
+        {.format = ImageFormat::Targa,
+         .name = "tga",
+         .displayName = "Targa image",
+         .extensions = {"tga"},
+         .carriesAlpha = true,
+         .isLinear = false,
+         .maximumSide = 65535,
+         .maximumBytes = k32BitFile,
+         .bitDepths = {Int8},
+         .quality = {},
+         .compressions = {"rle", "none"}},
+        {.format = ImageFormat::Bmp,
+         .name = "bmp",
+         .displayName = "BMP image",
+         .extensions = {"bmp"},
+         .carriesAlpha = false,
+         .isLinear = false,
+         .maximumSide = kNoSideLimit,
+         .maximumBytes = k32BitFile,
+         .bitDepths = {Int8},
+         .quality = {},
+         .compressions = {}},
+        {.format = ImageFormat::WebP,
+         .name = "webp",
+         .displayName = "WebP image",
+         .extensions = {"webp"},
+         .carriesAlpha = true,
+         .isLinear = false,
+         .maximumSide = 16383,
+         .maximumBytes = kNoByteLimit,
+         .bitDepths = {Int8},
+         .quality = 95,
+         .compressions = {}},
+        {.format = ImageFormat::RadianceHdr,
+         .name = "hdr",
+         .displayName = "Radiance HDR image",
+         .extensions = {"hdr"},
+         .carriesAlpha = false,
+         .isLinear = true,
+         .maximumSide = kNoSideLimit,
+         .maximumBytes = kNoByteLimit,
+         .bitDepths = {Float},
+         .quality = {},
+         .compressions = {}},
+        {.format = ImageFormat::OpenExr,
+         .name = "exr",
+         .displayName = "OpenEXR image",
+         .extensions = {"exr"},
+         .carriesAlpha = true,
+         .isLinear = true,
+         .maximumSide = kNoSideLimit,
+         .maximumBytes = kNoByteLimit,
+         .bitDepths = {Half, Float},
+         .quality = {},
+         .compressions = {"zip", "zips", "piz", "dwaa", "dwab", "pxr24", "b44", "b44a", "rle",
+                          "none"}},
+        {.format = ImageFormat::Dpx,
+         .name = "dpx",
+         .displayName = "DPX image",
+         .extensions = {"dpx"},
+         .carriesAlpha = true,
+         .isLinear = false,
+         .maximumSide = kNoSideLimit,
+         .maximumBytes = k32BitFile,
+         .bitDepths = {Int10, Int8, Int12, Int16},
+         .quality = {},
+         .compressions = {}},
+        {.format = ImageFormat::Jpeg2000,
+         .name = "jpeg2000",
+         .displayName = "JPEG 2000 image",
+         .extensions = {"jp2"},
+         .carriesAlpha = true,
+         .isLinear = false,
+         .maximumSide = kNoSideLimit,
+         .maximumBytes = k32BitFile,
+         .bitDepths = {Int8, Int16},
+         .quality = {},
+         .compressions = {}},
+    };
+}
+
+/// ASCII letters only: every known extension is ASCII.
+String toLowerCase(const String& text) {
+    std::u16string lower(text.view());
+    for (char16_t& letter : lower) {
+        if (letter >= u'A' && letter <= u'Z') {
+            letter = static_cast<char16_t>(letter - u'A' + u'a');
+        }
+    }
+    return lower;
+}
+
+}  // namespace
+
+const std::vector<ImageFormatInfo>& getImageFormats() {
+    static const std::vector<ImageFormatInfo> formats = makeImageFormats();
+    return formats;
+}
+
+const ImageFormatInfo& getImageFormatInfo(ImageFormat format) {
+    for (const ImageFormatInfo& info : getImageFormats()) {
+        if (info.format == format) {
+            return info;
+        }
+    }
+    fatalError("unknown image format");
+}
+
+Optional<ImageFormat> detectImageFormat(const Path& path) {
+    const String extension = toLowerCase(path.extension());
+    for (const ImageFormatInfo& info : getImageFormats()) {
+        if (std::ranges::find(info.extensions, extension) != info.extensions.end()) {
+            return info.format;
+        }
+    }
+    return {};
+}
+
+Optional<ImageFormat> findImageFormat(const String& name) {
+    for (const ImageFormatInfo& info : getImageFormats()) {
+        if (info.name == name) {
+            return info.format;
+        }
+    }
+    return {};
+}
+
+String getImageFileFilter() {
+    String filter;
+    for (const ImageFormatInfo& info : getImageFormats()) {
+        String patterns;
+        for (const String& extension : info.extensions) {
+            patterns += (patterns.isEmpty() ? "*." : ";*.") + extension;
+        }
+        filter +=
+            (filter.isEmpty() ? "" : "|") + info.displayName + " (" + patterns + ")|" + patterns;
+    }
+    return filter;
+}
+
+}  // namespace tavrin::imageio

@@ -1,0 +1,30 @@
+#pragma once
+
+#include "foundation/Optional.h"
+#include "foundation/Result.h"
+#include "services/imageio/ImageFormat.h"
+
+namespace tavrin::imageio {
+
+/// What the user chose about a picture file. What is not set takes the format's default, so that
+/// empty settings suit every format.
+struct ImageSaveSettings {
+    Optional<BitDepth> bitDepth;
+    /// 1 (small file) to 100.
+    Optional<int> quality;
+    /// One of the format's compressions.
+    Optional<String> compression;
+
+    friend bool operator==(const ImageSaveSettings&, const ImageSaveSettings&) = default;
+};
+
+/// Success when the format has everything that is set, or a sentence about the first thing that it
+/// does not have.
+Result<void> checkImageSaveSettings(const ImageSaveSettings& settings, ImageFormat format);
+
+/// Sets one thing from text such as "bitdepth=16", "quality=90" or "compression=zip". A text that
+/// the format does not accept changes nothing and fails with a sentence that says what it accepts.
+Result<void> setImageSaveOption(ImageSaveSettings& settings, ImageFormat format,
+                                const String& option);
+
+}  // namespace tavrin::imageio

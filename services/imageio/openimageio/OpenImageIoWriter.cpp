@@ -1,0 +1,197 @@
+#include "services/imageio/openimageio/WritePicture.h"
+
+#include <OpenImageIO/filesystem.h>
+#include <OpenImageIO/imageio.h>
+
+#include <algorithm>
+#include <exception>
+#include <memory>
+#include <mutex>
+#include <string>
+#include <vector>
+
+#ifdef _WIN32
+#define TAVRIN_MODULE_EXPORT __declspec(dllexport)
+#else
+#define TAVRIN_MODULE_EXPORT __attribute__((visibility("default")))
+#endif
+
+namespace tavrin::imageio {
+namespace {
+
+/// Enough rows for every thread to have a block to compress in the formats that allow it, and few
+/// enough for a cancelled task to end soon.
+constexpr int kRowsPerStep = 256;
+
+/// Hands the bytes of a file to the program. The library only writes pictures from their beginning.
+class HostFile : public OIIO::Filesystem::IOProxy {
+public:
+    HostFile(const std::string& name, const WritePictureRequest& request)
+        : IOProxy(name, Write), request_(request) {}
+
+    const char* proxytype() const override { return "tavrin"; }
+    bool seek(std::int64_t offset) override {
+        m_pos = offset;
+        return offset >= 0;
+    }
+    std::size_t write(const void* bytes, std::size_t count) override {
+        const std::size_t written = pwrite(bytes, count, m_pos);
+        m_pos += static_cast<std::int64_t>(written);
+        return written;
+    }
+    std::size_t pwrite(const void* bytes, std::size_t count, std::int64_t offset) override {
+        if (!request_.storeBytes(request_.host, static_cast<std::uint64_t>(offset), bytes, count)) {
+            return 0;
+        }
+        size_ = std::max(size_, static_cast<std::size_t>(offset) + count);
+        return count;
+    }
+    std::size_t size() const override { return size_; }
+
+private:
+    const WritePictureRequest& request_;
+    std::size_t size_ = 0;
+};
+
+/// What the library calls a format, and a file name from which its writer knows the variant.
+struct WriterName {
+    const char* writer;
+    const char* fileName;
+};
+
+WriterName getWriterName(ImageFormat format) {
+    switch (format) {
+        case ImageFormat::Png:
+            return {"png", "picture.png"};
+        case ImageFormat::Jpeg:
+            return {"jpeg", "picture.jpg"};
+        case ImageFormat::Tiff:
+            return {"tiff", "picture.tif"};
+        case ImageFormat::Targa:
+            return {"targa", "picture.tga"};
+        case ImageFormat::Bmp:
+            return {"bmp", "picture.bmp"};
+        case ImageFormat::WebP:
+            return {"webp", "picture.webp"};
+        case ImageFormat::RadianceHdr:
+            return {"hdr", "picture.hdr"};
+        case ImageFormat::OpenExr:
+            return {"openexr", "picture.exr"};
+        case ImageFormat::Dpx:
+            return {"dpx", "picture.dpx"};
+        case ImageFormat::Jpeg2000:
+            return {"jpeg2000", "picture.jp2"};
+    }
+    return {"", ""};
+}
+
+/// How the rows are laid out in memory.
+OIIO::TypeDesc getRowType(BitDepth depth) {
+    if (isFloatingPoint(depth)) {
+        return OIIO::TypeDesc::FLOAT;
+    }
+    return depth == BitDepth::Int8 ? OIIO::TypeDesc::UINT8 : OIIO::TypeDesc::UINT16;
+}
+
+int getPngCompressionLevel(const std::string& compression) {
+    if (compression == "none") {
+        return 0;
+    }
+    if (compression == "fast") {
+        return 1;
+    }
+    return compression == "best" ? 9 : 6;
+}
+
+OIIO::ImageSpec makeSpec(const WritePictureRequest& request) {
+    OIIO::ImageSpec spec(
+        request.width, request.height, request.channels,
+        request.bitDepth == BitDepth::Half ? OIIO::TypeDesc::HALF : getRowType(request.bitDepth));
+    spec.attribute("Software", "Tavrin Image Editor");
+    if (request.isSrgb) {
+        spec.attribute("oiio:ColorSpace", "sRGB");
+    }
+    const std::string compression = request.compression;
+    const std::string quality = std::to_string(request.quality);
+    switch (request.format) {
+        case ImageFormat::Png:
+            spec.attribute("png:compressionLevel", getPngCompressionLevel(compression));
+            break;
+        case ImageFormat::Jpeg:
+            spec.attribute("compression", "jpeg:" + quality);
+            // Coarser colours would show at the edges of saturated objects.
+            spec.attribute("jpeg:subsampling", "4:4:4");
+            break;
+        case ImageFormat::WebP:
+            spec.attribute("compression", "webp:" + quality);
+            break;
+        default:
+            if (!compression.empty()) {
+                spec.attribute("compression", compression);
+            }
+            break;
+    }
+    return spec;
+}
+
+void followThreadLimit(int threads) {
+    static std::mutex mutex;
+    static int current = 0;
+    const std::lock_guard lock(mutex);
+    if (threads != current) {
+        OIIO::attribute("threads", threads);
+        OIIO::attribute("exr_threads", threads);
+        current = threads;
+    }
+}
+
+bool writeRows(OIIO::ImageOutput& output, const WritePictureRequest& request) {
+    const OIIO::TypeDesc type = getRowType(request.bitDepth);
+    const std::size_t rowBytes = static_cast<std::size_t>(request.width) *
+                                 static_cast<std::size_t>(request.channels) * type.size();
+    std::vector<std::byte> rows(rowBytes *
+                                static_cast<std::size_t>(std::min(kRowsPerStep, request.height)));
+    for (int begin = 0; begin < request.height; begin += kRowsPerStep) {
+        const int end = std::min(begin + kRowsPerStep, request.height);
+        if (!request.provideRows(request.host, begin, end, rows.data()) ||
+            !output.write_scanlines(begin, end, 0, type, rows.data())) {
+            return false;
+        }
+    }
+    return true;
+}
+
+bool write(const WritePictureRequest& request) {
+    followThreadLimit(request.threads);
+    const WriterName name = getWriterName(request.format);
+    HostFile file(name.fileName, request);
+    const std::unique_ptr<OIIO::ImageOutput> output = OIIO::ImageOutput::create(name.writer);
+    if (!output) {
+        request.receiveReason(request.host, OIIO::geterror().c_str());
+        return false;
+    }
+    output->set_ioproxy(&file);
+    const bool isWritten =
+        output->open(name.fileName, makeSpec(request)) && writeRows(*output, request);
+    // Some writers do all their work here and tell a failure only by a message.
+    const bool isClosed = output->close();
+    if (output->has_error()) {
+        request.receiveReason(request.host, output->geterror().c_str());
+        return false;
+    }
+    return isWritten && isClosed;
+}
+
+}  // namespace
+
+extern "C" TAVRIN_MODULE_EXPORT bool tavrinWritePicture1(
+    const WritePictureRequest& request) noexcept {
+    try {
+        return write(request);
+    } catch (const std::exception& exception) {
+        request.receiveReason(request.host, exception.what());
+        return false;
+    }
+}
+
+}  // namespace tavrin::imageio
