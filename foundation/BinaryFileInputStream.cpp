@@ -12,6 +12,12 @@ void BinaryFileInputStream::read(void* buffer, std::size_t bytes) {
         throw Exception("File \"" + path_.native() +
                         "\" ends before all of its data could be read.");
     }
+    position_ += bytes;
+}
+
+void BinaryFileInputStream::seek(std::uint64_t position) {
+    file_.seek(position);
+    position_ = position;
 }
 
 String readTextFile(const Path& path, std::uint64_t limit) {

@@ -19,9 +19,9 @@ public:
     /// Reads exactly `bytes`; an end of the file before that is a failure.
     void read(void* buffer, std::size_t bytes);
     /// Position from the beginning, in bytes.
-    std::uint64_t getPosition() { return file_.getPosition(); }
-    void seek(std::uint64_t position) { file_.seek(position); }
-    bool isAtEnd() { return getPosition() >= size_; }
+    std::uint64_t getPosition() const { return position_; }
+    void seek(std::uint64_t position);
+    bool isAtEnd() const { return position_ >= size_; }
     /// Length of the file when it was opened, in bytes.
     std::uint64_t getSize() const { return size_; }
     const Path& getPath() const { return path_; }
@@ -30,6 +30,7 @@ private:
     Path path_;
     platform::File file_;
     std::uint64_t size_;
+    std::uint64_t position_ = 0;
 };
 
 /// The whole text of a file, decoded from UTF-8. Throws an Exception that names the file, also when

@@ -1,11 +1,12 @@
 #pragma once
 
-#include <memory>
-#include <type_traits>
-
 #include "foundation/Color.h"
+#include "foundation/FatalError.h"
 #include "foundation/Geometry.h"
 #include "foundation/String.h"
+
+#include <memory>
+#include <type_traits>
 
 namespace tavrin::image {
 
@@ -15,7 +16,8 @@ class ItemInterfaceCommon {
 public:
     virtual ~ItemInterfaceCommon() = default;
     virtual std::unique_ptr<I> clone() const = 0;
-    /// A new object that takes this one's contents: a channel is left 0 × 0, an attribute is copied.
+    /// A new object that takes this one's contents: a channel is left 0 × 0, an attribute is
+    /// copied.
     virtual std::unique_ptr<I> moveClone() = 0;
     virtual const String& getName() const = 0;
 };
@@ -30,9 +32,8 @@ public:
 /// T is int, float, double, bool, String, Rgb, Pixel or Bucket.
 template <class T>
 class Attribute final : public IAttribute {
-    static_assert(std::is_same_v<T, int> || std::is_same_v<T, float> ||
-                  std::is_same_v<T, double> || std::is_same_v<T, bool> ||
-                  std::is_same_v<T, String> || std::is_same_v<T, Rgb> ||
+    static_assert(std::is_same_v<T, int> || std::is_same_v<T, float> || std::is_same_v<T, double> ||
+                  std::is_same_v<T, bool> || std::is_same_v<T, String> || std::is_same_v<T, Rgb> ||
                   std::is_same_v<T, Pixel> || std::is_same_v<T, Bucket>);
 
 public:
@@ -55,5 +56,26 @@ private:
     String name_;
     T value_;
 };
+
+/// Calls visit(attribute) with the attribute as what it is, an Attribute<T>.
+template <class Visitor>
+void visitAttribute(const IAttribute& attribute, const Visitor& visit) {
+    const auto tryType = [&]<class T>(std::type_identity<T>) {
+        const auto* typed = dynamic_cast<const Attribute<T>*>(&attribute);
+        if (typed != nullptr) {
+            visit(*typed);
+        }
+        return typed != nullptr;
+    };
+    const auto tryTypes = [&]<class... T>(std::type_identity<T>... types) {
+        return (tryType(types) || ...);
+    };
+    if (!tryTypes(std::type_identity<int>(), std::type_identity<float>(),
+                  std::type_identity<double>(), std::type_identity<bool>(),
+                  std::type_identity<String>(), std::type_identity<Rgb>(),
+                  std::type_identity<Pixel>(), std::type_identity<Bucket>())) {
+        fatalError("An attribute is of an unknown class.");
+    }
+}
 
 }  // namespace tavrin::image

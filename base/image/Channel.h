@@ -1,12 +1,12 @@
 #pragma once
 
+#include "base/image/Attribute.h"
+#include "foundation/PixelArray.h"
+
 #include <cstdint>
 #include <memory>
 #include <span>
 #include <type_traits>
-
-#include "base/image/Attribute.h"
-#include "foundation/PixelArray.h"
 
 namespace tavrin::image {
 

@@ -1,9 +1,5 @@
 #pragma once
 
-#include <map>
-#include <memory>
-#include <vector>
-
 #include "base/image/Attribute.h"
 #include "base/image/Channel.h"
 #include "base/image/ElementInfo.h"
@@ -11,6 +7,10 @@
 #include "foundation/Path.h"
 #include "foundation/Result.h"
 #include "services/postcore/RenderElementInfo.h"
+
+#include <map>
+#include <memory>
+#include <vector>
 
 namespace tavrin::image {
 
@@ -104,8 +104,10 @@ public:
     /// Stores the metadata as "tavrin.elements".
     void setRenderElementInfos(const std::vector<postcore::RenderElementInfo>& infos);
 
-    /// The standard attributes exist, the windows are not empty and one contains the other, there
-    /// is a channel, and every channel has the data window's size.
+    /// The standard attributes exist, the windows are not empty and one contains the other, and
+    /// there is a channel.
+    bool hasValidHeader() const;
+    /// The header is valid, and every channel has the data window's size.
     bool isValid() const;
     /// The attributes that mark a TXR image and its render statistics exist with their types.
     bool isTxrImage() const;
@@ -117,8 +119,7 @@ public:
     /// fourth float is 1.0 for Rgb and the element's alpha for Rgba. Throws std::bad_alloc.
     BitmapImpl<Rgb> getRgbRegion(const String& element, const Bucket& region, float scale) const;
     BitmapImpl<Rgba> getRgbaRegion(const String& element, const Bucket& region, float scale) const;
-    BitmapImpl<float> getMonoRegion(const String& channel, const Bucket& region,
-                                    float scale) const;
+    BitmapImpl<float> getMonoRegion(const String& channel, const Bucket& region, float scale) const;
 
     /// Writes a bitmap of the data window's size into the channels of an element, which exist and
     /// have been fitted to the data window.

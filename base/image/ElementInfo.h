@@ -1,9 +1,9 @@
 #pragma once
 
+#include "foundation/String.h"
+
 #include <cstdint>
 #include <vector>
-
-#include "foundation/String.h"
 
 namespace tavrin::image {
 
@@ -17,13 +17,13 @@ enum class ElementKind : std::uint32_t {
 
 /// What is known of a render element; the bits of ElementInfo::flags.
 enum ElementFlag : std::uint32_t {
-    kVirtualElement = 1,        ///< computed by the pipeline, never stored in a file
-    kAuxiliaryElement = 2,      ///< data for the system's own use, not an image for the user
-    kLightSelectElement = 4,    ///< one of the lights that LightMix mixes
-    kDenoisableElement = 8,     ///< the image holds the element's variance
-    kSelectedForDenoising = 16, ///< the user wants it denoised
-    kHasDenoisedVariant = 32,   ///< a denoised variant is stored or has been computed
-    kNoColorMapping = 64,       ///< shown as stored
+    kVirtualElement = 1,         ///< computed by the pipeline, never stored in a file
+    kAuxiliaryElement = 2,       ///< data for the system's own use, not an image for the user
+    kLightSelectElement = 4,     ///< one of the lights that LightMix mixes
+    kDenoisableElement = 8,      ///< the image holds the element's variance
+    kSelectedForDenoising = 16,  ///< the user wants it denoised
+    kHasDenoisedVariant = 32,    ///< a denoised variant is stored or has been computed
+    kNoColorMapping = 64,        ///< shown as stored
     kNoBloom = 128,
     kNoGlare = 256,
     kNoSharpenBlur = 512,

@@ -1,11 +1,11 @@
 #pragma once
 
-#include <cstdint>
-
 #include "foundation/Flags.h"
 #include "foundation/Json.h"
 #include "foundation/Result.h"
 #include "foundation/String.h"
+
+#include <cstdint>
 
 namespace tavrin::postcore {
 

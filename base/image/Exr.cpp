@@ -1,0 +1,191 @@
+#include "base/image/Exr.h"
+
+#include "base/image/ExrAttributes.h"
+#include "base/image/ExrHeader.h"
+#include "base/image/ExrLimits.h"
+#include "base/image/ExrStreams.h"
+#include "base/image/RowLoop.h"
+#include "foundation/Exception.h"
+#include "foundation/FatalError.h"
+
+#include <ImfChannelList.h>
+#include <ImfFrameBuffer.h>
+#include <ImfInputFile.h>
+#include <ImfOutputFile.h>
+#include <ImfPartType.h>
+#include <ImfThreading.h>
+#include <ImfTiledInputFile.h>
+
+#include <bit>
+#include <map>
+#include <mutex>
+
+namespace tavrin::image {
+namespace {
+
+constexpr std::size_t kValueSize = 4;
+
+/// Gives the OpenEXR library's pool as many threads as our own loops may use.
+int adoptThreadCount() {
+    static std::mutex mutex;
+    const std::lock_guard lock(mutex);
+    const int count = Scheduler::getThreadCount();
+    if (Imf::globalThreadCount() != count) {
+        Imf::setGlobalThreadCount(count);
+    }
+    return count;
+}
+
+/// The library addresses pixels by their absolute coordinates: the base lies as far before the
+/// values as the data window's corner lies from the origin. Computed on integers, since the base
+/// itself points outside the array.
+char* getSliceBase(const void* values, const Imath::Box2i& dataWindow) {
+    const auto width = std::int64_t{dataWindow.max.x} - dataWindow.min.x + 1;
+    const std::int64_t corner = dataWindow.min.y * width + dataWindow.min.x;
+    const auto address = std::bit_cast<std::uintptr_t>(values);
+    return std::bit_cast<char*>(address - static_cast<std::uintptr_t>(corner) * kValueSize);
+}
+
+Imf::Slice makeSlice(Imf::PixelType type, const void* values, const Imath::Box2i& dataWindow) {
+    const auto width = std::size_t(std::int64_t{dataWindow.max.x} - dataWindow.min.x + 1);
+    return {type, getSliceBase(values, dataWindow), kValueSize, kValueSize * width, 1, 1, 0.0};
+}
+
+/// The values of a channel of either type.
+const void* getValues(const IChannel& channel) {
+    if (const auto* floats = dynamic_cast<const Channel<float>*>(&channel)) {
+        return floats->getData();
+    }
+    if (const auto* integers = dynamic_cast<const Channel<std::uint32_t>*>(&channel)) {
+        return integers->getData();
+    }
+    fatalError("A channel of an unknown class cannot be read or written.");
+}
+
+Imf::FrameBuffer makeFrameBuffer(const Imf::Header& header, const ChannelImage& image) {
+    Imf::FrameBuffer frameBuffer;
+    const Imf::ChannelList& channels = header.channels();
+    for (auto item = channels.begin(); item != channels.end(); ++item) {
+        const IChannel& channel = *image.getChannels().at(String::fromUtf8(item.name()));
+        frameBuffer.insert(item.name(),
+                           makeSlice(item.channel().type, getValues(channel), header.dataWindow()));
+    }
+    return frameBuffer;
+}
+
+void readPixels(ExrIStreamAdapter& adapter, const Imf::FrameBuffer& frameBuffer, bool isTiled,
+                int threadCount) {
+    adapter.seekg(0);
+    if (isTiled) {
+        Imf::TiledInputFile file(adapter, threadCount);
+        file.setFrameBuffer(frameBuffer);
+        file.readTiles(0, file.numXTiles() - 1, 0, file.numYTiles() - 1);
+    } else {
+        Imf::InputFile file(adapter, threadCount);
+        const Imath::Box2i window = file.header().dataWindow();
+        file.setFrameBuffer(frameBuffer);
+        file.readPixels(window.min.y, window.max.y);
+    }
+}
+
+/// Widens the channels that the file stores as HALF, whose values stand in the low two bytes.
+void convertHalfChannels(const Imf::Header& header, ChannelImage& image) {
+    const Imf::ChannelList& channels = header.channels();
+    for (auto item = channels.begin(); item != channels.end(); ++item) {
+        if (item.channel().type != Imf::HALF) {
+            continue;
+        }
+        auto& channel = image.getChannel<float>(String::fromUtf8(item.name()));
+        const std::size_t width = channel.getWidth();
+        forEachRow(channel.getHeight(), [&channel, width](std::int64_t y) {
+            convertHalfValues(channel.getData() + std::size_t(y) * width, width);
+        });
+    }
+}
+
+ChannelImage loadImage(const Path& path) {
+    BinaryFileInputStream stream(path);
+    const std::string fileName = path.native().toUtf8();
+    ExrIStreamAdapter adapter(fileName.c_str(), stream);
+    ExrHeader file = readExrHeader(adapter, stream);
+    checkExrImage(file.image);
+    file.image.fitChannelsToDataWindow();
+    readPixels(adapter, makeFrameBuffer(file.header, file.image), file.isTiled,
+               limitExrThreadCount(file.header, file.isTiled, adoptThreadCount()));
+    convertHalfChannels(file.header, file.image);
+    return std::move(file.image);
+}
+
+Imf::Header makeHeader(const ChannelImage& image) {
+    Imf::Header header(toBox(image.getDisplayWindow()), toBox(image.getDataWindow()), 1.0f,
+                       Imath::V2f(0.0f, 0.0f), 1.0f, Imf::INCREASING_Y, Imf::ZIP_COMPRESSION);
+    if (image.hasAttribute<String>("type")) {
+        // As read, it may tell of tiles, which are not written.
+        header.setType(Imf::SCANLINEIMAGE);
+    }
+    return header;
+}
+
+void saveImage(const ChannelImage& image, const Path& path) {
+    Imf::Header header = makeHeader(image);
+    writeExrAttributes(image, header);
+    for (const auto& [name, channel] : image.getChannels()) {
+        if (name.isEmpty()) {
+            throw Exception("File channels must have non-empty names.");
+        }
+        const Imf::PixelType type = image.hasChannel<float>(name) ? Imf::FLOAT : Imf::UINT;
+        header.channels().insert(name.toUtf8(), Imf::Channel(type));
+    }
+    BinaryFileOutputStream stream(path);
+    {
+        const std::string fileName = path.native().toUtf8();
+        ExrOStreamAdapter adapter(fileName.c_str(), stream);
+        Imf::OutputFile file(adapter, header, adoptThreadCount());
+        file.setFrameBuffer(makeFrameBuffer(header, image));
+        file.writePixels(image.getDataWindow().height());
+    }
+    stream.commit();
+}
+
+}  // namespace
+
+Result<ChannelImage> ExrLoader::load(const Path& path) const {
+    try {
+        return loadImage(path);
+    } catch (const std::exception& exception) {
+        return Failure(makeFileMessage(exceptionToString(exception), path));
+    }
+}
+
+Result<void> ExrSaver::save(const ChannelImage& image, const Path& path) const {
+    try {
+        saveImage(image, path);
+        return {};
+    } catch (const std::exception& exception) {
+        return Failure(makeFileMessage(exceptionToString(exception), path));
+    }
+}
+
+void convertHalfValues(float* values, std::size_t count) {
+    for (std::size_t i = 0; i < count; ++i) {
+        const auto bits = static_cast<std::uint16_t>(std::bit_cast<std::uint32_t>(values[i]));
+        values[i] = imath_half_to_float(bits);
+    }
+}
+
+String makeFileMessage(const String& text, const Path& path) {
+    String message = text.isEmpty() ? "Unknown error has occurred." : text;
+    if (!path.isEmpty()) {
+        const String native = path.native();
+        message = message.replaced(path.generic(), native);
+        message = message.replaced("'" + native + "'", "\"" + native + "\"");
+        if (!message.contains(native)) {
+            message = "Cannot operate with image file \"" + native + "\". " + message;
+        }
+    }
+    message = message.replaced("File is not an image file.", "File is not a supported image file.");
+    message = message.trimmed();
+    return message.endsWith(".") ? message : message + ".";
+}
+
+}  // namespace tavrin::image

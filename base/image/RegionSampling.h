@@ -1,0 +1,47 @@
+#pragma once
+
+#include "base/image/RowLoop.h"
+#include "foundation/Bitmap.h"
+#include "foundation/Geometry.h"
+
+#include <vector>
+
+namespace tavrin::image {
+
+/// The size of the bitmap that samples `size` image pixels with one pixel for every scale × scale
+/// of them, in single precision and rounded up. The one place where region sizes are rounded.
+Pixel getSampledSize(Pixel size, float scale);
+
+/// For each of `count` samples along one axis the index of its source pixel in [0, length).
+std::vector<int> getSampleIndices(int count, int length, float scale);
+
+/// Samples a region. Source::row(y)[x] gives the pixel (x, y) of the data window.
+template <class P, class Source>
+BitmapImpl<P> sampleRegion(const Source& source, const Bucket& region, float scale) {
+    const Pixel size = getSampledSize(region.size(), scale);
+    BitmapImpl<P> result(size.x, size.y);
+    const auto width = std::size_t(result.getWidth());
+    const auto x0 = std::size_t(region.x0);
+    if (scale == 1.0f) {
+        forEachRow(result.getHeight(), [&](std::int64_t y) {
+            const auto from = source.row(region.y0 + int(y));
+            P* to = result.row(int(y)).data();
+            for (std::size_t x = 0; x < width; ++x) {
+                to[x] = from[x0 + x];
+            }
+        });
+        return result;
+    }
+    const std::vector<int> columns = getSampleIndices(size.x, region.width(), scale);
+    const std::vector<int> rows = getSampleIndices(size.y, region.height(), scale);
+    forEachRow(result.getHeight(), [&](std::int64_t y) {
+        const auto from = source.row(region.y0 + rows[std::size_t(y)]);
+        P* to = result.row(int(y)).data();
+        for (std::size_t x = 0; x < width; ++x) {
+            to[x] = from[x0 + std::size_t(columns[x])];
+        }
+    });
+    return result;
+}
+
+}  // namespace tavrin::image
