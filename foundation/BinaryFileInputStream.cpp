@@ -1,8 +1,8 @@
 #include "foundation/BinaryFileInputStream.h"
 
-#include <string>
-
 #include "foundation/Exception.h"
+
+#include <string>
 
 namespace tavrin {
 inline namespace foundation {

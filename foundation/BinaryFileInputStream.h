@@ -1,9 +1,9 @@
 #pragma once
 
+#include "foundation/platform/File.h"
+
 #include <cstddef>
 #include <cstdint>
-
-#include "foundation/platform/File.h"
 
 namespace tavrin {
 inline namespace foundation {

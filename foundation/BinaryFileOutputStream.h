@@ -1,10 +1,10 @@
 #pragma once
 
-#include <cstddef>
-#include <cstdint>
-
 #include "foundation/FileReplacement.h"
 #include "foundation/platform/File.h"
+
+#include <cstddef>
+#include <cstdint>
 
 namespace tavrin {
 inline namespace foundation {

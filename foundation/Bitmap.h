@@ -1,18 +1,19 @@
 #pragma once
 
+#include "foundation/Geometry.h"
+#include "foundation/PixelArray.h"
+
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <span>
-
-#include "foundation/Geometry.h"
-#include "foundation/PixelArray.h"
+#include <utility>
 
 namespace tavrin {
 inline namespace foundation {
 
 /// Width × height pixels, row-major, row 0 first; T is Rgb, Rgba, CompressedRgb or float. A new
-/// bitmap's pixels are not initialised. Copying copies the pixels.
+/// bitmap's pixels are not initialised. Copying copies the pixels; a moved-from bitmap is empty.
 template <class T>
 class BitmapImpl {
 public:
@@ -22,6 +23,19 @@ public:
         : width_(std::max(width, 0)),
           height_(std::max(height, 0)),
           pixels_(static_cast<std::size_t>(width_) * static_cast<std::size_t>(height_)) {}
+
+    BitmapImpl(const BitmapImpl&) = default;
+    BitmapImpl(BitmapImpl&& other) noexcept
+        : width_(std::exchange(other.width_, 0)),
+          height_(std::exchange(other.height_, 0)),
+          pixels_(std::move(other.pixels_)) {}
+    BitmapImpl& operator=(BitmapImpl other) noexcept {
+        width_ = other.width_;
+        height_ = other.height_;
+        pixels_ = std::move(other.pixels_);
+        return *this;
+    }
+    ~BitmapImpl() = default;
 
     int getWidth() const { return width_; }
     int getHeight() const { return height_; }

@@ -1,9 +1,9 @@
 #pragma once
 
+#include "foundation/String.h"
+
 #include <exception>
 #include <string>
-
-#include "foundation/String.h"
 
 namespace tavrin {
 inline namespace foundation {

@@ -10,7 +10,7 @@ inline namespace foundation {
 /// A set of bits named by the enumeration E, whose values are the bits. Bits without a name (from a
 /// newer writer) are kept.
 template <class E>
-    requires std::is_enum_v<E>
+requires std::is_enum_v<E>
 class Flags {
 public:
     constexpr Flags() = default;

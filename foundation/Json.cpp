@@ -11,8 +11,10 @@ constexpr int kMaximumDepth = 64;
 
 Result<Json> parseJson(const String& text) {
     bool tooDeep = false;
-    const auto limitDepth = [&tooDeep](int depth, Json::parse_event_t, Json&) {
-        tooDeep = tooDeep || depth > kMaximumDepth;
+    const auto limitDepth = [&tooDeep](int depth, Json::parse_event_t event, Json&) {
+        const bool opens =
+            event == Json::parse_event_t::object_start || event == Json::parse_event_t::array_start;
+        tooDeep = tooDeep || (opens && depth >= kMaximumDepth);
         return !tooDeep;
     };
     try {

@@ -1,9 +1,9 @@
 #pragma once
 
-#include <nlohmann/json.hpp>
-
 #include "foundation/Result.h"
 #include "foundation/String.h"
+
+#include <nlohmann/json.hpp>
 
 namespace tavrin {
 inline namespace foundation {

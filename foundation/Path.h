@@ -1,8 +1,8 @@
 #pragma once
 
-#include <filesystem>
-
 #include "foundation/String.h"
+
+#include <filesystem>
 
 namespace tavrin {
 inline namespace foundation {

@@ -1,14 +1,14 @@
 #pragma once
 
+#include "foundation/platform/Memory.h"
+
 #include <cstddef>
 #include <cstring>
+#include <limits>
 #include <memory>
 #include <new>
-#include <limits>
 #include <type_traits>
 #include <utility>
-
-#include "foundation/platform/Memory.h"
 
 namespace tavrin {
 inline namespace foundation {

@@ -1,8 +1,8 @@
 #pragma once
 
-#include <tl/expected.hpp>
-
 #include "foundation/String.h"
+
+#include <tl/expected.hpp>
 
 namespace tavrin {
 inline namespace foundation {

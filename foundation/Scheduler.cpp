@@ -1,9 +1,9 @@
 #include "foundation/Scheduler.h"
 
-#include <tbb/blocked_range.h>
+#include "foundation/ParallelLoop.h"
+
 #include <tbb/global_control.h>
 #include <tbb/info.h>
-#include <tbb/parallel_for.h>
 #include <tbb/task_arena.h>
 
 #include <algorithm>
@@ -12,6 +12,10 @@
 namespace tavrin {
 inline namespace foundation {
 namespace {
+
+// Enough that the threads end at about the same time although ranges differ in work, few enough
+// that taking a range costs nothing beside its work.
+constexpr std::int64_t kRangesPerThread = 32;
 
 std::mutex limitMutex;
 std::unique_ptr<tbb::global_control> limit;  // guarded by limitMutex
@@ -56,15 +60,16 @@ void Scheduler::setThreadCount(int count) {
     const std::lock_guard lock(limitMutex);
     limit.reset();
     if (count > 0) {
-        limit = std::make_unique<tbb::global_control>(
-            tbb::global_control::max_allowed_parallelism, static_cast<std::size_t>(count));
+        limit = std::make_unique<tbb::global_control>(tbb::global_control::max_allowed_parallelism,
+                                                      static_cast<std::size_t>(count));
     }
 }
 
 int Scheduler::getThreadCount() {
-    const auto allowed = static_cast<int>(
-        tbb::global_control::active_value(tbb::global_control::max_allowed_parallelism));
-    return std::max(1, std::min(allowed, tbb::info::default_concurrency()));
+    const std::size_t allowed =
+        tbb::global_control::active_value(tbb::global_control::max_allowed_parallelism);
+    const auto processors = static_cast<std::size_t>(tbb::info::default_concurrency());
+    return static_cast<int>(std::clamp<std::size_t>(allowed, 1, processors));
 }
 
 void Scheduler::parallelFor(std::int64_t begin, std::int64_t end, TaskPriority priority,
@@ -82,13 +87,20 @@ void Scheduler::parallelForRanges(std::int64_t begin, std::int64_t end, std::int
     if (begin >= end) {
         return;
     }
-    using Range = tbb::blocked_range<std::int64_t>;
-    const Range range(begin, end, static_cast<std::size_t>(std::max<std::int64_t>(grain, 1)));
-    arenas_->get(priority).execute([&] {
-        tbb::this_task_arena::isolate([&] {
-            tbb::parallel_for(range, [&](const Range& part) { body(part.begin(), part.end()); });
-        });
-    });
+    const std::int64_t threads = getThreadCount();
+    const std::int64_t most = threads == 1 ? 1 : threads * kRangesPerThread;
+    const std::int64_t ranges =
+        std::clamp<std::int64_t>((end - begin) / std::max<std::int64_t>(grain, 1), 1, most);
+    if (ranges == 1) {
+        body(begin, end);
+        return;
+    }
+    const auto loop = std::make_shared<ParallelLoop>(begin, end, ranges, body);
+    tbb::task_arena& arena = arenas_->get(priority);
+    for (std::int64_t helpers = std::min(threads, ranges) - 1; helpers > 0; --helpers) {
+        arena.enqueue([loop] { loop->help(); });
+    }
+    loop->finish();
 }
 
 }  // namespace foundation

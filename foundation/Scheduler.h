@@ -1,9 +1,9 @@
 #pragma once
 
+#include "foundation/Function.h"
+
 #include <cstdint>
 #include <memory>
-
-#include "foundation/Function.h"
 
 namespace tavrin {
 inline namespace foundation {
@@ -26,9 +26,9 @@ public:
     static int getThreadCount();
 
     /// Calls body(i) for every i in [begin, end), in any order, from several threads, and waits for
-    /// all of them; the calling thread works along. While it waits, the calling thread runs
-    /// nothing but this loop, so a loop may be started while a lock is held. The first exception of
-    /// a body ends the loop and is thrown here.
+    /// all of them. The calling thread works along, runs nothing but this loop, and never waits for
+    /// a busy pool, so a loop may be started while a lock is held that bodies of other loops take.
+    /// The first exception of a body ends the loop and is thrown here.
     void parallelFor(std::int64_t begin, std::int64_t end, TaskPriority priority,
                      const Function<void(std::int64_t)>& body);
 

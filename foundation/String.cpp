@@ -18,10 +18,6 @@ bool isLowSurrogate(char16_t unit) {
     return unit >= 0xDC00 && unit <= 0xDFFF;
 }
 
-bool isWhiteSpace(char16_t unit) {
-    return unit == u' ' || (unit >= u'\t' && unit <= u'\r');
-}
-
 }  // namespace
 
 String String::fromUtf8(std::string_view utf8) {
@@ -49,6 +45,9 @@ std::string String::toUtf8() const {
 }
 
 String String::replaced(const String& part, const String& replacement) const {
+    if (part.isEmpty()) {
+        return *this;
+    }
     std::u16string result;
     std::size_t start = 0;
     for (std::size_t hit = find(part); hit != kNotFound; hit = find(part, start)) {

@@ -10,6 +10,11 @@
 namespace tavrin {
 inline namespace foundation {
 
+/// Space, tab and the line ends of ASCII.
+constexpr bool isWhiteSpace(char16_t unit) {
+    return unit == u' ' || (unit >= u'\t' && unit <= u'\r');
+}
+
 /// Text as UTF-16 code units: the text type of the whole system. Equality and order are ordinal on
 /// code units (on a common prefix the shorter string comes first). Any sequence of code units is
 /// allowed, lone surrogates too; the conversions to and from UTF-8 replace what the other form
@@ -48,9 +53,10 @@ public:
     String substring(std::size_t start, std::size_t count = kNotFound) const {
         return text_.substr(start, count);
     }
-    /// Every occurrence of `part` (not empty) replaced, from left to right, without overlap.
+    /// Every occurrence of `part` replaced, from left to right, without overlap; an empty `part`
+    /// occurs nowhere.
     String replaced(const String& part, const String& replacement) const;
-    /// Without white space (space, tab, line ends) at both ends.
+    /// Without white space at both ends.
     String trimmed() const;
 
     String& operator+=(const String& other) {

@@ -7,10 +7,6 @@ inline namespace foundation {
 namespace Str {
 namespace {
 
-bool isWhiteSpace(char16_t unit) {
-    return unit == u' ' || (unit >= u'\t' && unit <= u'\r');
-}
-
 /// Walks once over the text.
 class ExportReader {
 public:

@@ -1,9 +1,9 @@
 #pragma once
 
-#include <vector>
-
 #include "foundation/Result.h"
 #include "foundation/String.h"
+
+#include <vector>
 
 namespace tavrin {
 inline namespace foundation {
@@ -18,8 +18,8 @@ String getExportStringArray(const std::vector<String>& items);
 /// "Incorrectly escaped string".
 Result<std::vector<String>> parseExportStringArray(const String& text);
 
-/// A text that is a valid file name component everywhere: control characters and the characters
-/// <>:"/\|?* become "_", as do a trailing dot and trailing spaces; an empty text becomes "_".
+/// A text that any system accepts as the end of a file name: control characters and the characters
+/// <>:"/\|?* become "_", as do trailing dots and spaces; an empty text becomes "_".
 String escapeFilename(const String& text);
 
 }  // namespace Str

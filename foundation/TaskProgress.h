@@ -1,8 +1,8 @@
 #pragma once
 
-#include <utility>
-
 #include "foundation/Function.h"
+
+#include <utility>
 
 namespace tavrin {
 inline namespace foundation {

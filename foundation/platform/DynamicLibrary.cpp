@@ -1,8 +1,8 @@
 #include "foundation/platform/DynamicLibrary.h"
 
-#include <dlfcn.h>
-
 #include "foundation/Exception.h"
+
+#include <dlfcn.h>
 
 namespace tavrin {
 inline namespace foundation {

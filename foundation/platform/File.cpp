@@ -1,5 +1,7 @@
 #include "foundation/platform/File.h"
 
+#include "foundation/Exception.h"
+
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -9,8 +11,6 @@
 #include <random>
 #include <system_error>
 #include <utility>
-
-#include "foundation/Exception.h"
 
 namespace tavrin {
 inline namespace foundation {
@@ -135,7 +135,8 @@ Path createTemporaryBeside(const Path& target) {
     struct stat status {};
     const bool exists = stat(real.std().c_str(), &status) == 0;
     if (exists) {
-        mode = status.st_mode & 07777;
+        // Not the bits that let a program run as its owner: the new file may have another one.
+        mode = status.st_mode & 0777;
     }
     const String extension = real.extension();
     for (int attempt = 0; attempt < 100; ++attempt) {
@@ -173,6 +174,9 @@ void removeFile(const Path& path) noexcept {
 void checkWritable(const Path& target) {
     struct stat status {};
     if (stat(target.std().c_str(), &status) != 0) {
+        if (errno != ENOENT) {
+            failWithErrno(target, kCannotWrite);
+        }
         return;
     }
     if (S_ISDIR(status.st_mode)) {

@@ -1,10 +1,10 @@
 #pragma once
 
+#include "foundation/Path.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
-
-#include "foundation/Path.h"
 
 namespace tavrin {
 inline namespace foundation {
@@ -42,8 +42,8 @@ private:
     std::FILE* handle_;
 };
 
-/// Makes an empty file with a new name and the extension of `target` in the folder of `target`, with
-/// the access rights that `target` has or would get. Throws an Exception that names `target`.
+/// Makes an empty file with a new name and the extension of `target` in the folder of `target`,
+/// with the access rights that `target` has or would get. Throws an Exception that names `target`.
 Path createTemporaryBeside(const Path& target);
 
 /// Renames `from` to `to` in one step, taking the place of an existing file. Throws an Exception
@@ -54,7 +54,7 @@ void replaceFile(const Path& from, const Path& to);
 void removeFile(const Path& path) noexcept;
 
 /// Throws an Exception that names `target` when a file of that name cannot be written: a folder, a
-/// write-protected file.
+/// write-protected file, an impossible name.
 void checkWritable(const Path& target);
 
 /// True for an existing thing that is neither a regular file nor a folder (/dev/null, a pipe).

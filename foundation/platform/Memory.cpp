@@ -4,10 +4,13 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <filesystem>
 #include <fstream>
+#include <initializer_list>
 #include <limits>
 #include <new>
 #include <string>
+#include <string_view>
 
 namespace tavrin {
 inline namespace foundation {
@@ -18,34 +21,63 @@ constexpr std::size_t kLargePage = std::size_t{2} << 20;
 constexpr std::size_t kCacheLine = 64;
 constexpr std::uint64_t kUnknown = std::numeric_limits<std::uint64_t>::max();
 
-std::uint64_t readNumber(const char* file) {
+std::uint64_t readNumber(const std::filesystem::path& file) {
     std::ifstream stream(file);
     std::uint64_t number = 0;
     // A group without a limit says "max", which is no number.
     return stream >> number ? number : kUnknown;
 }
 
-std::uint64_t systemAvailable() {
-    std::ifstream stream("/proc/meminfo");
+/// The sum of the entries of a file of lines "key number [unit]"; missing ones count as 0.
+std::uint64_t sumEntries(const std::filesystem::path& file,
+                         std::initializer_list<std::string_view> keys) {
+    std::ifstream stream(file);
     std::string key;
-    std::uint64_t kibibytes = 0;
+    std::uint64_t number = 0;
     std::string unit;
-    while (stream >> key >> kibibytes) {
-        std::getline(stream, unit);
-        if (key == "MemAvailable:") {
-            return kibibytes * 1024;
+    std::uint64_t sum = 0;
+    while (stream >> key >> number && std::getline(stream, unit)) {
+        if (std::find(keys.begin(), keys.end(), key) != keys.end()) {
+            sum += number;
         }
     }
-    return kUnknown;
+    return sum;
 }
 
-std::uint64_t controlGroupAvailable() {
-    const std::uint64_t limit = readNumber("/sys/fs/cgroup/memory.max");
-    const std::uint64_t used = readNumber("/sys/fs/cgroup/memory.current");
+std::uint64_t systemAvailable() {
+    const std::uint64_t kibibytes = sumEntries("/proc/meminfo", {"MemAvailable:"});
+    return kibibytes == 0 ? kUnknown : kibibytes * 1024;
+}
+
+std::uint64_t groupAvailable(const std::filesystem::path& group) {
+    const std::uint64_t limit = readNumber(group / "memory.max");
+    const std::uint64_t used = readNumber(group / "memory.current");
     if (limit == kUnknown || used == kUnknown) {
         return kUnknown;
     }
-    return limit - std::min(limit, used);
+    // Cached file contents count as used, but are given up for a process that needs memory.
+    const std::uint64_t cached =
+        std::min(used, sumEntries(group / "memory.stat", {"active_file", "inactive_file"}));
+    return limit - std::min(limit, used - cached);
+}
+
+/// The least of the process's control group and the groups around it.
+std::uint64_t controlGroupAvailable() {
+    static constexpr std::string_view kUnified = "0::/";
+    std::ifstream stream("/proc/self/cgroup");
+    std::string line;
+    while (std::getline(stream, line) && !line.starts_with(kUnified)) {
+    }
+    const std::filesystem::path root = "/sys/fs/cgroup";
+    std::uint64_t available = groupAvailable(root);
+    if (line.starts_with(kUnified)) {
+        std::filesystem::path group = root;
+        for (const auto& name : std::filesystem::path(line.substr(kUnified.size()))) {
+            group /= name;
+            available = std::min(available, groupAvailable(group));
+        }
+    }
+    return available;
 }
 
 }  // namespace
@@ -56,12 +88,8 @@ std::uint64_t availableMemory() {
 
 void* allocatePixelMemory(std::size_t bytes) {
     const std::size_t alignment = bytes >= 2 * kLargePage ? kLargePage : kCacheLine;
-    if (bytes > std::numeric_limits<std::size_t>::max() - alignment) {
-        throw std::bad_alloc();
-    }
-    const std::size_t rounded = (bytes + kCacheLine - 1) / kCacheLine * kCacheLine;
-    void* block = std::aligned_alloc(alignment, std::max(rounded, kCacheLine));
-    if (block == nullptr) {
+    void* block = nullptr;
+    if (posix_memalign(&block, alignment, bytes) != 0) {
         throw std::bad_alloc();
     }
     if (alignment == kLargePage) {

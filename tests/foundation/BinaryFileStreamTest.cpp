@@ -1,0 +1,103 @@
+#include "foundation/BinaryFileInputStream.h"
+#include "foundation/BinaryFileOutputStream.h"
+#include "tests/support/Message.h"
+#include "tests/support/TemporaryFolder.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <array>
+
+namespace tavrin {
+namespace {
+
+using testing::AllOf;
+using testing::HasSubstr;
+using tests::messageOf;
+
+class BinaryFileStream : public testing::Test {
+protected:
+    Path write(const char* name, std::string_view content) {
+        BinaryFileOutputStream stream(folder_ / name);
+        stream.write(content.data(), content.size());
+        stream.commit();
+        return folder_ / name;
+    }
+
+    tests::TemporaryFolder folder_;
+};
+
+TEST_F(BinaryFileStream, BytesAreReadBackFromAnyPosition) {
+    BinaryFileInputStream stream(write("file", std::string_view("ab\0\r\nyz", 7)));
+    EXPECT_EQ(stream.getSize(), 7u);
+    std::array<char, 3> bytes{};
+    stream.read(bytes.data(), 3);
+    EXPECT_EQ(stream.getPosition(), 3u);
+    EXPECT_EQ(bytes, (std::array{'a', 'b', '\0'}));
+    stream.seek(4);
+    EXPECT_FALSE(stream.isAtEnd());
+    stream.read(bytes.data(), 3);
+    EXPECT_EQ(bytes, (std::array{'\n', 'y', 'z'}));
+    EXPECT_TRUE(stream.isAtEnd());
+}
+
+TEST_F(BinaryFileStream, ReadingPastTheEndNamesTheFile) {
+    BinaryFileInputStream stream(write("short.exr", "abc"));
+    std::array<char, 4> bytes{};
+    EXPECT_THAT(messageOf([&] { stream.read(bytes.data(), 4); }),
+                AllOf(HasSubstr("short.exr"), HasSubstr("ends before")));
+    stream.seek(std::uint64_t{1} << 40);
+    EXPECT_TRUE(stream.isAtEnd());
+    EXPECT_THAT(messageOf([&] { stream.read(bytes.data(), 1); }), HasSubstr("ends before"));
+    EXPECT_THAT(messageOf([&] { stream.seek(~std::uint64_t{0}); }), HasSubstr("short.exr"));
+}
+
+TEST_F(BinaryFileStream, WhatIsNoFileIsNotOpened) {
+    const Path file = write("file", "abc");
+    const struct {
+        Path path;
+        const char* reason;
+    } cases[] = {
+        {folder_ / "missing.exr", "No such file"},
+        {folder_.path(), "it is a folder"},
+        {file / "below.exr", "Not a directory"},
+        {Path(String("/dev/null")), "it is not a regular file"},
+        {Path(), "No such file"},
+    };
+    for (const auto& [path, reason] : cases) {
+        EXPECT_THAT(messageOf([&path = path] { BinaryFileInputStream{path}; }),
+                    AllOf(HasSubstr('"' + path.native().toUtf8() + '"'), HasSubstr(reason)));
+    }
+}
+
+TEST_F(BinaryFileStream, OverwritingStartsAtThePosition) {
+    const Path path = folder_ / "file";
+    BinaryFileOutputStream stream(path);
+    stream.write("header", 6);
+    stream.write("data", 4);
+    stream.seek(0);
+    stream.write("HE", 2);
+    EXPECT_EQ(stream.getPosition(), 2u);
+    stream.commit();
+    EXPECT_EQ(readTextFile(path, 100), "HEaderdata");
+}
+
+TEST_F(BinaryFileStream, FullDiskIsReported) {
+    const Path full(String("/dev/full"));
+    EXPECT_THAT(messageOf([&] {
+                    BinaryFileOutputStream stream(full);
+                    stream.write("x", 1);
+                    stream.commit();
+                }),
+                AllOf(HasSubstr("/dev/full"), HasSubstr("No space left")));
+}
+
+TEST_F(BinaryFileStream, TextIsDecodedAndLimited) {
+    const Path path = write("text", "caf\xC3\xA9\xFF");
+    EXPECT_EQ(readTextFile(path, 6), u"caf\u00E9\uFFFD");
+    EXPECT_THAT(messageOf([&] { readTextFile(path, 5); }), HasSubstr("is too long"));
+    EXPECT_EQ(readTextFile(write("empty", ""), 0), "");
+}
+
+}  // namespace
+}  // namespace tavrin
