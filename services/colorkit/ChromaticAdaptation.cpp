@@ -1,0 +1,48 @@
+#include "services/colorkit/ChromaticAdaptation.h"
+
+namespace tavrin::colorkit {
+namespace {
+
+// Lam 1985, the numbers also as in Hunt, "The Reproduction of Colour", and on Lindbloom's page on
+// chromatic adaptation. Each row sums up to 1: equal energy gives equal responses.
+constexpr Matrix3 kBradford{{{{0.8951, 0.2664, -0.1614},  //
+                              {-0.7502, 1.7135, 0.0367},
+                              {0.0389, -0.0685, 1.0296}}}};
+
+// Li et al. 2017, "Comprehensive color solutions: CAM16, CAT16, and CAM16-UCS", also as in CIE
+// 248:2022. Rows sum up to 1 here, too.
+constexpr Matrix3 kCat16{{{{0.401288, 0.650173, -0.051461},
+                           {-0.250268, 1.204414, 0.045854},
+                           {-0.002079, 0.048952, 0.953127}}}};
+
+// ITU-R BT.709.
+constexpr Chromaticity kRed{0.640, 0.330};
+constexpr Chromaticity kGreen{0.300, 0.600};
+constexpr Chromaticity kBlue{0.150, 0.060};
+
+}  // namespace
+
+Matrix3 rec709ToXyz() {
+    const Vector3 r = toXyz(kRed);
+    const Vector3 g = toXyz(kGreen);
+    const Vector3 b = toXyz(kBlue);
+    const Matrix3 primaries{{{{r[0], g[0], b[0]}, {r[1], g[1], b[1]}, {r[2], g[2], b[2]}}}};
+    return primaries * Matrix3::diagonal(inverse(primaries) * toXyz(kD65));
+}
+
+Matrix3 adaptXyz(const Chromaticity& source, const Chromaticity& destination,
+                 AdaptationMethod method) {
+    const Matrix3& toCones = method == AdaptationMethod::Bradford ? kBradford : kCat16;
+    const Vector3 from = toCones * toXyz(source);
+    const Vector3 to = toCones * toXyz(destination);
+    return inverse(toCones) *
+           Matrix3::diagonal({to[0] / from[0], to[1] / from[1], to[2] / from[2]}) * toCones;
+}
+
+Matrix3 adaptRec709(const Chromaticity& source, const Chromaticity& destination,
+                    AdaptationMethod method) {
+    const Matrix3 toXyz = rec709ToXyz();
+    return inverse(toXyz) * adaptXyz(source, destination, method) * toXyz;
+}
+
+}  // namespace tavrin::colorkit

@@ -1,0 +1,78 @@
+#include "services/colorkit/ColorMappingOperator.h"
+
+#include "foundation/Scheduler.h"
+#include "services/colorkit/Pipeline.h"
+#include "services/colorkit/StageList.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace tavrin::colorkit {
+namespace {
+
+double toFactor(float exposure) {
+    return std::isfinite(exposure) && exposure >= 0.0f ? double{exposure} : 1.0;
+}
+
+void appendContextExposure(const CommonColorMappingContext& context, StageList& stages) {
+    const double factor = toFactor(context.imageExposure) * toFactor(context.viewExposure);
+    if (factor != 1.0) {
+        stages.addMatrix(Matrix3::diagonal({factor, factor, factor}));
+    }
+}
+
+std::vector<std::unique_ptr<const IMappingStage>> flatten(
+    const EntityHolder<IColorMappingOperator>& pipeline, const MappingEnvironment& environment) {
+    StageList stages;
+    appendContextExposure(environment.context, stages);
+    for (const IColorMappingOperator* current : listOperators(pipeline)) {
+        const OperatorValues& values = current->getValues();
+        if (values.isEnabled()) {
+            values.getDescriptor().appendStages(values, environment, stages);
+        }
+    }
+    return stages.take();
+}
+
+}  // namespace
+
+ColorMappingOperator<0>::ColorMappingOperator(const EntityHolder<IColorMappingOperator>& pipeline,
+                                              bool isEnabled, const MappingEnvironment& environment)
+    : encoding_(environment.context.displayGamma) {
+    if (isEnabled) {
+        stages_ = flatten(pipeline, environment);
+    }
+}
+
+void ColorMappingOperator<0>::mapRow(std::span<Rgb> row, const RowPosition& position) const {
+    PixelBlock block;
+    block.position = position;
+    for (std::size_t first = 0; first < row.size(); first += PixelBlock::kCapacity) {
+        const std::size_t count = std::min(PixelBlock::kCapacity, row.size() - first);
+        const std::span<Rgb> pixels = row.subspan(first, count);
+        block.firstIndex = first;
+        loadBlock(pixels, block);
+        for (const auto& stage : stages_) {
+            stage->apply(block);
+        }
+        encoding_.encode(block);
+        storeBlock(block, pixels);
+    }
+}
+
+void ColorMappingOperator<0>::mapBitmap(BitmapImpl<Rgb>& bitmap, Pixel origin, float scale) const {
+    const auto mapRowAt = [&](std::int64_t y) {
+        const int offset = static_cast<int>(static_cast<double>(y) * double{scale});
+        mapRow(bitmap.row(static_cast<int>(y)), {origin.x, origin.y + offset, scale});
+    };
+    if (bitmap.getHeight() < 2) {
+        for (int y = 0; y < bitmap.getHeight(); ++y) {
+            mapRowAt(y);
+        }
+        return;
+    }
+    Scheduler::defaultInstance().parallelFor(0, bitmap.getHeight(), TaskPriority::Interactive,
+                                             mapRowAt);
+}
+
+}  // namespace tavrin::colorkit

@@ -1,0 +1,200 @@
+#include "services/colorkit/PipelineText.h"
+
+#include "foundation/Json.h"
+#include "foundation/Result.h"
+#include "services/colorkit/ColorMappingOperatorFactory.h"
+#include "services/colorkit/Pipeline.h"
+
+#include <charconv>
+#include <cmath>
+#include <iterator>
+#include <limits>
+#include <vector>
+
+namespace tavrin::colorkit {
+namespace {
+
+constexpr int kVersion = 1;
+constexpr std::size_t kMaximumOperators = 64;
+// Reading takes time quadratic in the number of an object's members.
+constexpr std::size_t kMaximumLength = 128 * 1024;
+
+constexpr const char* kVersionKey = "version";
+constexpr const char* kOperatorsKey = "operators";
+constexpr const char* kTypeKey = "type";
+constexpr const char* kEnabledKey = "enabled";
+
+/// A name from a text in quotes, short enough for a message.
+String quoted(const String& name) {
+    constexpr std::size_t kMaximumShown = 40;
+    const bool isLong = name.size() > kMaximumShown;
+    return "\"" + name.substring(0, kMaximumShown) + (isLong ? u"\u2026\"" : u"\"");
+}
+
+String toText(std::size_t number) {
+    return String::fromUtf8(std::to_string(number));
+}
+
+/// The double whose shortest decimal text is that of the number, so that 0.1f is written as 0.1.
+double withShortText(float number) {
+    char text[32];
+    const char* end = std::to_chars(std::begin(text), std::end(text), number).ptr;
+    double shortest = number;
+    std::from_chars(text, end, shortest);
+    // Rounding twice can, rarely, miss the float.
+    return static_cast<float>(shortest) == number ? shortest : double{number};
+}
+
+Json toJson(const ParameterDeclaration& parameter, const ParameterValue& value) {
+    if (const bool* isOn = std::get_if<bool>(&value)) {
+        return *isOn;
+    }
+    if (const int* choice = std::get_if<int>(&value)) {
+        return parameter.choices[static_cast<std::size_t>(*choice)].name;
+    }
+    return withShortText(std::get<float>(value));
+}
+
+/// The value that a parameter's JSON stands for; nothing when it is none of its type.
+Optional<ParameterValue> toValue(const ParameterDeclaration& parameter, const Json& json) {
+    if (std::holds_alternative<bool>(parameter.defaultValue) && json.is_boolean()) {
+        return json.get<bool>();
+    }
+    if (std::holds_alternative<float>(parameter.defaultValue) && json.is_number()) {
+        const double number = json.get<double>();
+        const bool fits = std::abs(number) <= std::numeric_limits<float>::max();
+        return fits ? Optional<ParameterValue>(static_cast<float>(number)) : std::nullopt;
+    }
+    if (std::holds_alternative<int>(parameter.defaultValue) && json.is_string()) {
+        for (std::size_t i = 0; i < parameter.choices.size(); ++i) {
+            if (json.get_ref<const std::string&>() == parameter.choices[i].name) {
+                return static_cast<int>(i);
+            }
+        }
+    }
+    return std::nullopt;
+}
+
+/// The first member of an operator that is neither its type, its switch nor a parameter.
+Optional<String> findUnknownMember(const Json& json,
+                                   const ColorMappingOperatorDescriptor& descriptor) {
+    for (const auto& [key, value] : json.items()) {
+        bool isKnown = key == kTypeKey || key == kEnabledKey;
+        for (const ParameterDeclaration* parameter : descriptor.parameters) {
+            isKnown = isKnown || key == parameter->name;
+        }
+        if (!isKnown) {
+            return String::fromUtf8(key);
+        }
+    }
+    return std::nullopt;
+}
+
+Result<OperatorValues> parseOperator(const Json& json) {
+    if (!json.is_object() || !json.contains(kTypeKey) || !json[kTypeKey].is_string()) {
+        return Failure("The tone mapping has an operator without a type.");
+    }
+    const String type = toString(json[kTypeKey]);
+    const auto* descriptor = ColorMappingOperatorFactory::getInstance().findDescriptor(type);
+    if (descriptor == nullptr) {
+        return Failure("The tone mapping has the unknown operator " + quoted(type) + ".");
+    }
+    const String ofOperator = " of the tone mapping's operator " + quoted(type);
+    if (const Optional<String> unknown = findUnknownMember(json, *descriptor)) {
+        return Failure("The value " + quoted(*unknown) + ofOperator + " is unknown.");
+    }
+
+    OperatorValues values(*descriptor);
+    const auto enabled = json.find(kEnabledKey);
+    if (enabled == json.end() || !enabled->is_boolean()) {
+        return Failure("The value \"enabled\"" + ofOperator + " must be true or false.");
+    }
+    values.setEnabled(enabled->get<bool>());
+    for (std::size_t i = 0; i < descriptor->parameters.size(); ++i) {
+        const ParameterDeclaration& parameter = *descriptor->parameters[i];
+        const auto member = json.find(parameter.name);
+        const Optional<ParameterValue> value =
+            member == json.end() ? std::nullopt : toValue(parameter, *member);
+        if (!value || !isAllowed(parameter, *value)) {
+            return Failure("The value " + quoted(parameter.name) + ofOperator + " must be " +
+                           describeRequirement(parameter) + ".");
+        }
+        values.setAt(i, *value);
+    }
+    return values;
+}
+
+Result<Json> parseDocument(const String& text) {
+    if (text.size() > kMaximumLength) {
+        return Failure("The tone mapping has more than " + toText(kMaximumLength) + " characters.");
+    }
+    Result<Json> json = parseJson(text);
+    if (!json) {
+        return Failure("The tone mapping cannot be read: " + json.error());
+    }
+    if (!json->is_object() || !json->contains(kVersionKey) ||
+        !(*json)[kVersionKey].is_number_integer()) {
+        return Failure("The tone mapping has no version.");
+    }
+    if ((*json)[kVersionKey] > kVersion) {
+        return Failure("The tone mapping was written by a newer version of the program.");
+    }
+    if ((*json)[kVersionKey] < kVersion) {
+        return Failure("The tone mapping has an unknown version.");
+    }
+    if (!json->contains(kOperatorsKey) || !(*json)[kOperatorsKey].is_array()) {
+        return Failure("The tone mapping has no list of operators.");
+    }
+    return json;
+}
+
+Result<std::vector<OperatorValues>> parseOperators(const String& text) {
+    const Result<Json> json = parseDocument(text);
+    if (!json) {
+        return Failure(json.error());
+    }
+    const Json& list = (*json)[kOperatorsKey];
+    if (list.size() > kMaximumOperators) {
+        return Failure("The tone mapping has " + toText(list.size()) + " operators; at most " +
+                       toText(kMaximumOperators) + " are possible.");
+    }
+    std::vector<OperatorValues> operators;
+    for (const Json& item : list) {
+        Result<OperatorValues> values = parseOperator(item);
+        if (!values) {
+            return Failure(values.error());
+        }
+        operators.push_back(std::move(*values));
+    }
+    return operators;
+}
+
+}  // namespace
+
+String serializePipelineToString(const EntityHolder<IColorMappingOperator>& pipeline) {
+    Json list = Json::array();
+    for (const IColorMappingOperator* current : listOperators(pipeline)) {
+        const OperatorValues& values = current->getValues();
+        const ColorMappingOperatorDescriptor& descriptor = values.getDescriptor();
+        Json item = {{kTypeKey, descriptor.typeName}, {kEnabledKey, values.isEnabled()}};
+        for (std::size_t i = 0; i < descriptor.parameters.size(); ++i) {
+            const ParameterDeclaration& parameter = *descriptor.parameters[i];
+            item[parameter.name] = toJson(parameter, values.getAt(i));
+        }
+        list.push_back(std::move(item));
+    }
+    return dumpJson({{kVersionKey, kVersion}, {kOperatorsKey, std::move(list)}});
+}
+
+EntityHolder<IColorMappingOperator> deserializePipelineFromString(const String& text,
+                                                                  String& error) {
+    const Result<std::vector<OperatorValues>> operators = parseOperators(text);
+    if (!operators) {
+        error = operators.error();
+        return {};
+    }
+    error = String();
+    return makePipeline(*operators);
+}
+
+}  // namespace tavrin::colorkit
