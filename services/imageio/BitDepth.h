@@ -18,6 +18,24 @@ constexpr bool isFloatingPoint(BitDepth depth) {
     return depth == BitDepth::Half || depth == BitDepth::Float;
 }
 
+/// Bits per sample: 8 to 32.
+constexpr int getBitCount(BitDepth depth) {
+    switch (depth) {
+        case BitDepth::Int8:
+            return 8;
+        case BitDepth::Int10:
+            return 10;
+        case BitDepth::Int12:
+            return 12;
+        case BitDepth::Int16:
+        case BitDepth::Half:
+            return 16;
+        case BitDepth::Float:
+            break;
+    }
+    return 32;
+}
+
 /// "8", "10", "12", "16", "16f" or "32f".
 String toString(BitDepth depth);
 Optional<BitDepth> parseBitDepth(const String& text);

@@ -12,6 +12,7 @@ constexpr std::uint64_t kNoByteLimit = std::numeric_limits<std::uint64_t>::max()
 /// Formats whose headers count bytes with 32 bits; the rest is left for the headers themselves.
 constexpr std::uint64_t k32BitFile = 0xFFFFFFFFu - 65536u;
 /// Sizes are 32-bit integers in every library behind the formats.
+constexpr int kTwentyBits = 1 << 20;
 constexpr int kNoSideLimit = std::numeric_limits<int>::max();
 
 std::vector<ImageFormatInfo> makeImageFormats() {
@@ -23,6 +24,7 @@ std::vector<ImageFormatInfo> makeImageFormats() {
          .extensions = {"png"},
          .carriesAlpha = true,
          .isLinear = false,
+         .minimumSide = 1,
          .maximumSide = 1'000'000,
          .maximumBytes = kNoByteLimit,
          .bitDepths = {Int8, Int16},
@@ -34,6 +36,7 @@ std::vector<ImageFormatInfo> makeImageFormats() {
          .extensions = {"jpg", "jpeg"},
          .carriesAlpha = false,
          .isLinear = false,
+         .minimumSide = 1,
          .maximumSide = 65500,
          .maximumBytes = kNoByteLimit,
          .bitDepths = {Int8},
@@ -45,7 +48,8 @@ std::vector<ImageFormatInfo> makeImageFormats() {
          .extensions = {"tif", "tiff"},
          .carriesAlpha = true,
          .isLinear = false,
-         .maximumSide = kNoSideLimit,
+         .minimumSide = 1,
+         .maximumSide = kTwentyBits,
          .maximumBytes = kNoByteLimit,
          .bitDepths = {Int16, Int8, Float},
          .quality = {},
@@ -56,6 +60,7 @@ std::vector<ImageFormatInfo> makeImageFormats() {
          .extensions = {"tga"},
          .carriesAlpha = true,
          .isLinear = false,
+         .minimumSide = 1,
          .maximumSide = 65535,
          .maximumBytes = k32BitFile,
          .bitDepths = {Int8},
@@ -67,6 +72,7 @@ std::vector<ImageFormatInfo> makeImageFormats() {
          .extensions = {"bmp"},
          .carriesAlpha = false,
          .isLinear = false,
+         .minimumSide = 1,
          .maximumSide = kNoSideLimit,
          .maximumBytes = k32BitFile,
          .bitDepths = {Int8},
@@ -78,6 +84,7 @@ std::vector<ImageFormatInfo> makeImageFormats() {
          .extensions = {"webp"},
          .carriesAlpha = true,
          .isLinear = false,
+         .minimumSide = 1,
          .maximumSide = 16383,
          .maximumBytes = kNoByteLimit,
          .bitDepths = {Int8},
@@ -89,6 +96,7 @@ std::vector<ImageFormatInfo> makeImageFormats() {
          .extensions = {"hdr"},
          .carriesAlpha = false,
          .isLinear = true,
+         .minimumSide = 1,
          .maximumSide = kNoSideLimit,
          .maximumBytes = kNoByteLimit,
          .bitDepths = {Float},
@@ -100,6 +108,7 @@ std::vector<ImageFormatInfo> makeImageFormats() {
          .extensions = {"exr"},
          .carriesAlpha = true,
          .isLinear = true,
+         .minimumSide = 1,
          .maximumSide = kNoSideLimit,
          .maximumBytes = kNoByteLimit,
          .bitDepths = {Half, Float},
@@ -112,6 +121,7 @@ std::vector<ImageFormatInfo> makeImageFormats() {
          .extensions = {"dpx"},
          .carriesAlpha = true,
          .isLinear = false,
+         .minimumSide = 1,
          .maximumSide = kNoSideLimit,
          .maximumBytes = k32BitFile,
          .bitDepths = {Int10, Int8, Int12, Int16},
@@ -121,9 +131,11 @@ std::vector<ImageFormatInfo> makeImageFormats() {
          .name = "jpeg2000",
          .displayName = "JPEG 2000 image",
          .extensions = {"jp2"},
-         .carriesAlpha = true,
+         .carriesAlpha = false,
          .isLinear = false,
-         .maximumSide = kNoSideLimit,
+         // The library always makes five reductions to half the size.
+         .minimumSide = 32,
+         .maximumSide = kTwentyBits,
          .maximumBytes = k32BitFile,
          .bitDepths = {Int8, Int16},
          .quality = {},

@@ -21,10 +21,12 @@ struct ImageFormatInfo {
     String displayName;
     /// Lower case, without the dot; the first is the usual one.
     std::vector<String> extensions;
+    /// Whether alpha is written beside the colours.
     bool carriesAlpha;
     /// Files of this format hold linear light by convention.
     bool isLinear;
-    /// The greatest width and height, in pixels.
+    /// The limits of width and height, in pixels.
+    int minimumSide;
     int maximumSide;
     /// The greatest size of a picture's samples, in bytes.
     std::uint64_t maximumBytes;

@@ -1,7 +1,5 @@
 #include "services/imageio/SampleEncoder.h"
 
-#include "foundation/FatalError.h"
-
 #include <algorithm>
 #include <array>
 #include <cmath>
@@ -14,23 +12,6 @@ namespace {
 constexpr float kHighestHalf = 65504.0f;
 /// The greatest value of a shared-exponent pixel: mantissa 255/256, exponent 127.
 constexpr float kHighestRgbe = 0x1.FEp+126f;
-
-int getBits(BitDepth depth) {
-    switch (depth) {
-        case BitDepth::Int8:
-            return 8;
-        case BitDepth::Int10:
-            return 10;
-        case BitDepth::Int12:
-            return 12;
-        case BitDepth::Int16:
-            return 16;
-        case BitDepth::Half:
-        case BitDepth::Float:
-            break;
-    }
-    fatalError("integer samples of a floating-point depth");
-}
 
 /// The level nearest to a value between 0 and 1. In double, so that no product of a float and 65535
 /// is rounded before the level is.
@@ -124,7 +105,7 @@ void SampleEncoder::encodeFloats(int y, float* samples) const {
 
 template <class Sample>
 void SampleEncoder::encodeIntegers(int y, Sample* samples) const {
-    const int bits = getBits(bitDepth_);
+    const int bits = getBitCount(bitDepth_);
     const unsigned highest = (1u << bits) - 1u;
     const int unusedBits = std::numeric_limits<Sample>::digits - bits;
     for (int x = 0; x < width_; ++x, samples += channels_) {

@@ -45,6 +45,10 @@ Result<void> checkSize(Pixel size, const ImageFormatInfo& info, std::uint64_t ro
         return Failure("the picture has " + sizeText + ", but a " + info.displayName +
                        " has at most " + toText(info.maximumSide) + " on a side");
     }
+    if (size.x < info.minimumSide || size.y < info.minimumSide) {
+        return Failure("the picture has " + sizeText + ", but a " + info.displayName +
+                       " has at least " + toText(info.minimumSide) + " on a side");
+    }
     if (rowBytes > info.maximumBytes / static_cast<std::uint64_t>(size.y)) {
         return Failure("the picture has " + sizeText + ", but a " + info.displayName +
                        " holds at most 4 GiB");

@@ -1,3 +1,4 @@
+#include "services/imageio/openimageio/SrgbProfile.h"
 #include "services/imageio/openimageio/WritePicture.h"
 
 #include <OpenImageIO/filesystem.h>
@@ -103,11 +104,24 @@ int getPngCompressionLevel(const std::string& compression) {
     return compression == "best" ? 9 : 6;
 }
 
+bool storesUnassociatedAlpha(ImageFormat format) {
+    return format == ImageFormat::Png || format == ImageFormat::Targa ||
+           format == ImageFormat::WebP;
+}
+
 OIIO::ImageSpec makeSpec(const WritePictureRequest& request) {
     OIIO::ImageSpec spec(
         request.width, request.height, request.channels,
         request.bitDepth == BitDepth::Half ? OIIO::TypeDesc::HALF : getRowType(request.bitDepth));
-    spec.attribute("Software", "Tavrin Image Editor");
+    // The colours are written as they are; otherwise some writers would divide them by alpha. The
+    // other formats expect colours that alpha has been multiplied into, and get what they expect.
+    if (storesUnassociatedAlpha(request.format)) {
+        spec.attribute("oiio:UnassociatedAlpha", 1);
+    }
+    // A Targa file would add a version, that of the library.
+    if (request.format != ImageFormat::Targa) {
+        spec.attribute("Software", "Tavrin Image Editor");
+    }
     if (request.isSrgb) {
         spec.attribute("oiio:ColorSpace", "sRGB");
     }
@@ -124,6 +138,21 @@ OIIO::ImageSpec makeSpec(const WritePictureRequest& request) {
             break;
         case ImageFormat::WebP:
             spec.attribute("compression", "webp:" + quality);
+            break;
+        case ImageFormat::Tiff:
+            spec.attribute("compression", compression);
+            // The library can only append these by reading the file again, which it cannot here.
+            spec.attribute("tiff:write_exif", 0);
+            if (request.isSrgb) {
+                const std::string profile = makeSrgbProfile();
+                spec.attribute(
+                    "ICCProfile",
+                    OIIO::TypeDesc(OIIO::TypeDesc::UINT8, static_cast<int>(profile.size())),
+                    profile.data());
+            }
+            break;
+        case ImageFormat::Dpx:
+            spec.attribute("oiio:BitsPerSample", getBitCount(request.bitDepth));
             break;
         default:
             if (!compression.empty()) {
