@@ -1,0 +1,135 @@
+#include "cli/CommandLine.h"
+
+#include <CLI/CLI.hpp>
+
+#include <iostream>
+#include <map>
+
+namespace tavrin::cli {
+namespace {
+
+constexpr int kMostThreads = 1024;
+
+constexpr const char* kDescription =
+    "Post-processes finished renders: opens a multi-layer TXR or OpenEXR image, lists what is in "
+    "it, and saves it as TXR or, tone-mapped, as a picture.";
+
+constexpr const char* kFooter =
+    "Examples:\n"
+    "  tavrin-cli render.txr --info\n"
+    "  tavrin-cli render.txr -o render.png\n"
+    "  tavrin-cli render.txr --element '*' -o passes.tif --format-option bitdepth=16\n"
+    "  tavrin-cli render.exr -o render.txr\n"
+    "\n"
+    "Exit codes: 0 done; 1 the work failed; 2 the command line is wrong.";
+
+/// The arguments as CLI11 stores them, before they become Options.
+struct RawArguments {
+    std::string input;
+    std::string output;
+    std::string element;
+    std::vector<std::string> formatOptions;
+    bool noToneMapping = false;
+};
+
+/// The system's own bytes are kept, so that any existing file can be named.
+Path toPath(const std::string& argument) {
+    return std::filesystem::path(std::u8string(argument.begin(), argument.end()));
+}
+
+void addOptions(CLI::App& app, RawArguments& raw, Options& options) {
+    static const std::map<std::string, ProgressMode> kProgressModes = {
+        {"auto", ProgressMode::Auto},
+        {"always", ProgressMode::Always},
+        {"never", ProgressMode::Never}};
+
+    app.add_option("IMAGE", raw.input, "The TXR or OpenEXR image to open");
+    app.add_option("-o,--output", raw.output,
+                   "File to save: .txr holds the whole image with all elements, any other known "
+                   "extension a picture")
+        ->type_name("FILE");
+    app.add_option("--element", raw.element,
+                   "Element to save as a picture, by its name in --list-elements; BEAUTY without "
+                   "this option; '*' saves every element, each to a file of its own")
+        ->type_name("NAME");
+    app.add_option("--format-option", raw.formatOptions,
+                   "A choice of the picture's format, such as bitdepth=16; see --list-formats; "
+                   "repeatable")
+        ->type_name("KEY=VALUE")
+        ->allow_extra_args(false);
+    app.add_flag("--no-tone-mapping", raw.noToneMapping,
+                 "Save linear values with the display's encoding only");
+    app.add_flag("--info", options.info,
+                 "Print the windows, elements, channels, attributes and statistics of the image");
+    app.add_flag("--json", options.json, "Print --info as JSON");
+    app.add_flag("--list-elements", options.listElements,
+                 "Print the names of the image's elements, one per line");
+    app.add_flag("--list-formats", options.listFormats,
+                 "Print the picture formats with their extensions and options");
+    app.add_option("--threads", options.threads,
+                   "How many threads may work; one per processor without this option")
+        ->type_name("N")
+        ->check(CLI::Range(1, kMostThreads));
+    app.add_flag("--quiet", options.quiet, "Print neither warnings nor progress");
+    app.add_option("--progress", options.progress,
+                   "When to show progress on standard error: auto (on a terminal), always, never")
+        ->type_name("WHEN")
+        ->transform(CLI::CheckedTransformer(kProgressModes).description(""));
+    app.set_version_flag("--version", std::string("tavrin-cli ") + TAVRIN_VERSION);
+    app.set_help_flag("-h,--help", "Print this text");
+}
+
+void check(const Options& options) {
+    if (options.json && !options.info) {
+        throw UsageError("--json goes with --info.");
+    }
+    if (options.element && options.output.isEmpty()) {
+        throw UsageError("--element goes with --output.");
+    }
+    if (!options.formatOptions.empty() && options.output.isEmpty()) {
+        throw UsageError("--format-option goes with --output.");
+    }
+    const bool asksOfImage = options.info || options.listElements || !options.output.isEmpty();
+    if (asksOfImage && options.input.isEmpty()) {
+        throw UsageError("An image to open is expected.");
+    }
+    if (!asksOfImage && !options.listFormats) {
+        throw UsageError(
+            "There is nothing to do: --output, --info, --list-elements or --list-formats is "
+            "expected.");
+    }
+}
+
+}  // namespace
+
+Optional<Options> parseCommandLine(int argumentCount, const char* const* arguments) {
+    CLI::App app(kDescription, "tavrin-cli");
+    app.footer(kFooter);
+    RawArguments raw;
+    Options options;
+    addOptions(app, raw, options);
+    try {
+        app.parse(argumentCount, arguments);
+    } catch (const CLI::Success& request) {
+        app.exit(request, std::cout, std::cerr);
+        return {};
+    } catch (const CLI::ParseError& error) {
+        throw UsageError(String::fromUtf8(error.what()));
+    }
+    options.input = toPath(raw.input);
+    options.output = toPath(raw.output);
+    if (app.count("--output") != 0 && options.output.isEmpty()) {
+        throw UsageError("--output expects the name of a file.");
+    }
+    if (app.count("--element") != 0) {
+        options.element = String::fromUtf8(raw.element);
+    }
+    for (const std::string& option : raw.formatOptions) {
+        options.formatOptions.push_back(String::fromUtf8(option));
+    }
+    options.toneMapping = !raw.noToneMapping;
+    check(options);
+    return options;
+}
+
+}  // namespace tavrin::cli

@@ -1,0 +1,41 @@
+#pragma once
+
+#include "foundation/Exception.h"
+#include "foundation/Optional.h"
+#include "foundation/Path.h"
+#include "foundation/String.h"
+
+#include <vector>
+
+namespace tavrin::cli {
+
+/// A command line that cannot be carried out as it stands.
+class UsageError : public Exception {
+public:
+    using Exception::Exception;
+};
+
+enum class ProgressMode { Auto, Always, Never };
+
+/// What the user asked for.
+struct Options {
+    Path input;
+    Path output;  ///< empty: nothing is saved
+    /// Display name of the element to save, "*" for all; the beauty without one.
+    Optional<String> element;
+    std::vector<String> formatOptions;  ///< "key=value"
+    bool toneMapping = true;
+    bool info = false;
+    bool json = false;
+    bool listElements = false;
+    bool listFormats = false;
+    int threads = 0;  ///< 0: one per processor
+    bool quiet = false;
+    ProgressMode progress = ProgressMode::Auto;
+};
+
+/// Reads the arguments, which are UTF-8. Nothing when only a text (help, version) was asked for,
+/// which has then been printed. Throws a UsageError.
+Optional<Options> parseCommandLine(int argumentCount, const char* const* arguments);
+
+}  // namespace tavrin::cli

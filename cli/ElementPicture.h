@@ -1,0 +1,22 @@
+#pragma once
+
+#include "base/image/ChannelImage.h"
+#include "foundation/Bitmap.h"
+#include "foundation/Optional.h"
+
+namespace tavrin::cli {
+
+/// An element as a picture of the data window's size.
+struct ElementPicture {
+    BitmapImpl<Rgb> bitmap;
+    Optional<BitmapImpl<float>> alpha;
+    bool isData;  ///< values as stored, not mapped to colours
+};
+
+/// Images go through the default tone mapping (or, without `toneMapping`, only through the
+/// display's encoding) and take the image's alpha along; data passes stay as they are stored. The
+/// element's kind is supported.
+ElementPicture renderElement(const image::ChannelImage& image, const image::ElementInfo& element,
+                             bool toneMapping);
+
+}  // namespace tavrin::cli

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "base/image/ChannelImage.h"
+#include "cli/CommandLine.h"
+#include "cli/ProgressLine.h"
+#include "foundation/Optional.h"
+#include "services/imageio/ImageSaveSettings.h"
+
+namespace tavrin::cli {
+
+/// What is to be saved, decided before the image is opened, so that a wrong command line is told
+/// at once.
+struct Output {
+    Path input;
+    Path path;
+    Optional<imageio::ImageFormat> format;  ///< nothing: the whole image as TXR
+    imageio::ImageSaveSettings settings;
+    String element;  ///< display name, or "*"
+    bool toneMapping = true;
+};
+
+/// Throws a UsageError for an output of an unknown kind, an option that its format does not have,
+/// and an output that would overwrite the input.
+Output planOutput(const Options& options);
+
+/// Saves the image or pictures of its elements. Throws an Exception.
+void saveOutput(const Output& output, const image::ChannelImage& image, ProgressLine& progress);
+
+/// True when the element has a layout that a picture can show.
+bool isSavable(const image::ElementInfo& element);
+
+}  // namespace tavrin::cli

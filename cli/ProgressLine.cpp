@@ -1,0 +1,35 @@
+#include "cli/ProgressLine.h"
+
+#include <iostream>
+
+namespace tavrin::cli {
+namespace {
+
+// Carriage return and "erase to the end of the line" (ECMA-48).
+constexpr const char* kClearLine = "\r\x1b[K";
+
+}  // namespace
+
+ProgressLine::~ProgressLine() {
+    if (shownPercent_ >= 0) {
+        std::cerr << kClearLine << std::flush;
+    }
+}
+
+TaskProgress ProgressLine::start(const String& step) {
+    step_ = step.toUtf8();
+    shownPercent_ = -1;
+    show(0.0f);
+    return TaskProgress([this](float fraction) { show(fraction); });
+}
+
+void ProgressLine::show(float fraction) {
+    const int percent = static_cast<int>(fraction * 100.0f);
+    if (!isShown_ || percent == shownPercent_) {
+        return;
+    }
+    shownPercent_ = percent;
+    std::cerr << kClearLine << step_ << ' ' << percent << " %" << std::flush;
+}
+
+}  // namespace tavrin::cli
