@@ -1,5 +1,7 @@
 #include "services/colorkit/ChromaticAdaptation.h"
 
+#include <algorithm>
+
 namespace tavrin::colorkit {
 namespace {
 
@@ -14,6 +16,9 @@ constexpr Matrix3 kBradford{{{{0.8951, 0.2664, -0.1614},  //
 constexpr Matrix3 kCat16{{{{0.401288, 0.650173, -0.051461},
                            {-0.250268, 1.204414, 0.045854},
                            {-0.002079, 0.048952, 0.953127}}}};
+
+// A light far from white may lie outside the real colours, where a response reaches 0.
+constexpr double kSmallestResponse = 0.01;
 
 // ITU-R BT.709.
 constexpr Chromaticity kRed{0.640, 0.330};
@@ -35,8 +40,11 @@ Matrix3 adaptXyz(const Chromaticity& source, const Chromaticity& destination,
     const Matrix3& toCones = method == AdaptationMethod::Bradford ? kBradford : kCat16;
     const Vector3 from = toCones * toXyz(source);
     const Vector3 to = toCones * toXyz(destination);
-    return inverse(toCones) *
-           Matrix3::diagonal({to[0] / from[0], to[1] / from[1], to[2] / from[2]}) * toCones;
+    Vector3 gains{};
+    for (std::size_t i = 0; i < gains.size(); ++i) {
+        gains[i] = to[i] / std::max(from[i], kSmallestResponse);
+    }
+    return inverse(toCones) * Matrix3::diagonal(gains) * toCones;
 }
 
 Matrix3 adaptRec709(const Chromaticity& source, const Chromaticity& destination,

@@ -12,7 +12,8 @@ enum class AdaptationMethod { Bradford, Cat16 };
 Matrix3 rec709ToXyz();
 
 /// Turns the X, Y, Z of a thing lit by `source` into what it would be under `destination` (complete
-/// adaptation after von Kries).
+/// adaptation after von Kries). Responses are raised by at most a hundred times, so that any light
+/// gives a usable matrix.
 Matrix3 adaptXyz(const Chromaticity& source, const Chromaticity& destination,
                  AdaptationMethod method);
 

@@ -1,0 +1,91 @@
+#include "services/colorkit/ColorMappingOperator.h"
+#include "services/colorkit/Pipeline.h"
+#include "services/colorkit/operators/ExposureOperator.h"
+#include "tests/services/colorkit/MappingFixtures.h"
+
+#include <gtest/gtest.h>
+
+#include <bit>
+#include <cmath>
+#include <limits>
+
+namespace tavrin::colorkit::test {
+namespace {
+
+constexpr Pixel kDisplaySize{640, 480};
+
+OperatorValues exposure(float stops) {
+    return OperatorValues(ExposureOperator::kDescriptor).set(ExposureOperator::kStops, stops);
+}
+
+TEST(ColorMappingOperator, MapsRowsOfAllLengthsAndKeepsAlpha) {
+    const auto alpha = std::bit_cast<float>(0x7FA12345u);  // not a number, with a payload
+    for (std::size_t length = 0; length <= 2 * PixelBlock::kCapacity + 3; ++length) {
+        std::vector<Rgb> row(length + 1, Rgb{0.5f, -2.0f, 8.0f, alpha});
+        const Rgb behind = row.back();
+        const CommonColorMappingContext context;
+        const ColorMappingOperator<0> mapping(makePipeline({exposure(1.0f)}), true,
+                                              {context, kDisplaySize});
+        mapping.mapRow(std::span(row).first(length), {});
+        for (std::size_t i = 0; i < length; ++i) {
+            ASSERT_FLOAT_EQ(row[i].r, 1.0f) << length << ", " << i;
+            ASSERT_EQ(row[i].g, 0.0f) << length << ", " << i;
+            ASSERT_EQ(std::bit_cast<std::uint32_t>(row[i].a), 0x7FA12345u) << length << ", " << i;
+        }
+        ASSERT_TRUE(haveSameBits(row.back(), behind)) << length;
+    }
+}
+
+TEST(ColorMappingOperator, OffOnlyEncodes) {
+    CommonColorMappingContext context;
+    context.imageExposure = 3.0f;
+    std::vector<Rgb> row = {{0.18f, 1.0f, 4.0f, 0.5f}};
+    const ColorMappingOperator<0> mapping(createDefaultPipeline(), false, {context, kDisplaySize});
+    mapping.mapRow(row, {});
+    EXPECT_NEAR(row[0].r, 0.4613561, 1e-6);
+    EXPECT_NEAR(row[0].g, 1.0, 1e-6);
+    EXPECT_NEAR(row[0].b, 1.055 * std::pow(4.0, 1 / 2.4) - 0.055, 1e-5);
+}
+
+TEST(ColorMappingOperator, ExposuresOfTheContextActBeforeThePipeline) {
+    CommonColorMappingContext context;
+    context.displayGamma = 1.0f;
+    context.imageExposure = 2.0f;
+    context.viewExposure = 1.5f;
+    const auto pipeline = createDefaultPipeline();
+    std::vector<Rgb> row = {{0.3f, 0.2f, 0.1f, 0.0f}};
+    std::vector<Rgb> brighter = {{0.9f, 0.6f, 0.3f, 0.0f}};
+    ColorMappingOperator<0>(pipeline, true, {context, kDisplaySize}).mapRow(row, {});
+    context.imageExposure = -1.0f;  // counts as 1, like what is not finite
+    context.viewExposure = std::numeric_limits<float>::infinity();
+    ColorMappingOperator<0>(pipeline, true, {context, kDisplaySize}).mapRow(brighter, {});
+    expectClose(row[0], {brighter[0].r, brighter[0].g, brighter[0].b});
+}
+
+TEST(ColorMappingOperator, MapsBitmapsLikeTheirRows) {
+    const std::vector<Rgb> colors = makeColors();
+    const CommonColorMappingContext context;
+    const ColorMappingOperator<0> mapping(createDefaultPipeline(), true, {context, kDisplaySize});
+    for (const Pixel size : {Pixel{0, 0}, Pixel{5, 1}, Pixel{37, 90}}) {
+        BitmapImpl<Rgb> bitmap(size.x, size.y);
+        std::copy_n(colors.begin(), bitmap.getPixelCount(), bitmap.pixels().begin());
+        std::vector<Rgb> expected(bitmap.pixels().begin(), bitmap.pixels().end());
+        mapping.mapRow(expected, {});
+        mapping.mapBitmap(bitmap, {10, 20}, 2.0f);
+        for (std::size_t i = 0; i < expected.size(); ++i) {
+            ASSERT_TRUE(haveSameBits(bitmap.pixels()[i], expected[i])) << i;
+        }
+    }
+}
+
+TEST(ColorMappingOperator, FusedMatricesGiveTheProduct) {
+    const std::vector<Rgb> colors = makeColors();
+    const std::vector<Rgb> once = mapWith({exposure(-2.5f)}, colors);
+    const std::vector<Rgb> twice = mapWith({exposure(7.5f), exposure(-10.0f)}, colors);
+    for (std::size_t i = 0; i < colors.size(); ++i) {
+        ASSERT_TRUE(haveSameBits(once[i], twice[i])) << i;
+    }
+}
+
+}  // namespace
+}  // namespace tavrin::colorkit::test

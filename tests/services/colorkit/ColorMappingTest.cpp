@@ -1,0 +1,86 @@
+#include "services/colorkit/ColorMapping.h"
+#include "services/colorkit/Pipeline.h"
+#include "services/colorkit/operators/ExposureOperator.h"
+
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <thread>
+#include <vector>
+
+namespace tavrin::colorkit::test {
+namespace {
+
+constexpr Pixel kDisplaySize{640, 480};
+
+EntityHolder<IColorMappingOperator> exposurePipeline(float stops) {
+    return makePipeline(
+        {OperatorValues(ExposureOperator::kDescriptor).set(ExposureOperator::kStops, stops)});
+}
+
+TEST(ColorMapping, StartsOnWithoutOperators) {
+    const ColorMapping colorMapping;
+    EXPECT_TRUE(colorMapping.isEnabled());
+    EXPECT_TRUE(colorMapping.getPipeline().isEmpty());
+    EXPECT_EQ(colorMapping.getContext().displayGamma, 2.2f);
+}
+
+TEST(ColorMapping, MappingOperatorsAreSnapshots) {
+    ColorMapping colorMapping;
+    CommonColorMappingContext context;
+    context.displayGamma = 1.0f;
+    colorMapping.setPipeline(exposurePipeline(1.0f));
+    const auto before = colorMapping.createMappingOperator(context, kDisplaySize);
+    colorMapping.setEnabled(false);
+    const auto after = colorMapping.createMappingOperator(context, kDisplaySize);
+    colorMapping.setPipeline({});
+
+    std::vector<Rgb> row = {{1.0f, 1.0f, 1.0f, 1.0f}};
+    before->mapRow(row, {});
+    EXPECT_EQ(row[0].r, 2.0f);
+    after->mapRow(row, {});
+    EXPECT_EQ(row[0].r, 2.0f);
+}
+
+TEST(ColorMapping, MayChangeWhileOthersMap) {
+    ColorMapping colorMapping;
+    colorMapping.setPipeline(exposurePipeline(1.0f));
+    std::atomic<bool> isDone = false;
+    std::thread editor([&] {
+        for (int i = 0; i < 500; ++i) {
+            CommonColorMappingContext context;
+            context.errorCallback = [i](int, const String&) { return i; };
+            colorMapping.setPipeline(exposurePipeline(i % 2 == 0 ? 1.0f : 2.0f));
+            colorMapping.setContext(context);
+            colorMapping.setEnabled(i % 3 != 0);
+        }
+        isDone = true;
+    });
+    std::vector<std::thread> mappers;
+    for (int i = 0; i < 2; ++i) {
+        mappers.emplace_back([&] {
+            do {
+                CommonColorMappingContext context = colorMapping.getContext();
+                context.displayGamma = 1.0f;
+                BitmapImpl<Rgb> bitmap(33, 3);
+                for (Rgb& pixel : bitmap.pixels()) {
+                    pixel = {1.0f, 1.0f, 1.0f, 1.0f};
+                }
+                const auto mapping = colorMapping.createMappingOperator(context, kDisplaySize);
+                mapping->mapBitmap(bitmap, {}, 1.0f);
+                const float first = bitmap.at(0, 0).r;
+                EXPECT_TRUE(first == 1.0f || first == 2.0f || first == 4.0f) << first;
+                for (const Rgb& pixel : bitmap.pixels()) {
+                    EXPECT_EQ(pixel.r, first);
+                }
+            } while (!isDone);
+        });
+    }
+    editor.join();
+    for (std::thread& mapper : mappers) {
+        mapper.join();
+    }
+}
+
+}  // namespace
+}  // namespace tavrin::colorkit::test
