@@ -1,9 +1,13 @@
 #include "services/colorkit/ColorMappingOperator.h"
 #include "services/colorkit/Pipeline.h"
+#include "services/colorkit/operators/ContrastOperator.h"
 #include "services/colorkit/operators/ExposureOperator.h"
+#include "services/colorkit/operators/HighlightCompressionOperator.h"
+#include "services/colorkit/operators/SaturationOperator.h"
 #include "tests/services/colorkit/MappingFixtures.h"
 
 #include <gtest/gtest.h>
+#include <hwy/highway.h>
 
 #include <bit>
 #include <cmath>
@@ -85,6 +89,28 @@ TEST(ColorMappingOperator, FusedMatricesGiveTheProduct) {
     for (std::size_t i = 0; i < colors.size(); ++i) {
         ASSERT_TRUE(haveSameBits(once[i], twice[i])) << i;
     }
+}
+
+TEST(ColorMappingOperator, AllInstructionSetsAgree) {
+    const std::vector<OperatorValues> operators = {
+        OperatorValues(HighlightCompressionOperator::kDescriptor),
+        OperatorValues(SaturationOperator::kDescriptor).set(SaturationOperator::kSaturation, 0.5f),
+        OperatorValues(ContrastOperator::kDescriptor).set(ContrastOperator::kContrast, 1.3f)};
+    const std::vector<Rgb> colors = makeColors();
+    const std::vector<Rgb> expected = mapWith(operators, colors, 2.2f);
+    for (const std::int64_t target : hwy::SupportedAndGeneratedTargets()) {
+        hwy::SetSupportedTargetsForTest(target);
+        hwy::GetChosenTarget().Update(hwy::SupportedTargets());
+        const std::vector<Rgb> mapped = mapWith(operators, colors, 2.2f);
+        for (std::size_t i = 0; i < colors.size(); ++i) {
+            expectClose(mapped[i], {expected[i].r, expected[i].g, expected[i].b});
+            EXPECT_EQ(std::bit_cast<std::uint32_t>(mapped[i].a),
+                      std::bit_cast<std::uint32_t>(colors[i].a));
+            ASSERT_FALSE(HasFailure()) << hwy::TargetName(target) << ", " << i;
+        }
+    }
+    hwy::SetSupportedTargetsForTest(0);
+    hwy::GetChosenTarget().Update(hwy::SupportedTargets());
 }
 
 }  // namespace
