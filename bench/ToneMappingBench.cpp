@@ -1,0 +1,120 @@
+// Default tone mapping of a 4K image against an OpenColorIO processor that does exposure, one 3D
+// LUT and the sRGB curve on the same pixels with the same threads.
+
+#include "bench/PairedRuns.h"
+#include "foundation/Bitmap.h"
+#include "foundation/Color.h"
+#include "foundation/Scheduler.h"
+#include "services/colorkit/ColorMapping.h"
+#include "services/colorkit/Pipeline.h"
+
+#include <OpenColorIO/OpenColorIO.h>
+#include <benchmark/benchmark.h>
+
+#include <algorithm>
+#include <cmath>
+#include <random>
+#include <vector>
+
+namespace OCIO = OCIO_NAMESPACE;
+
+namespace tavrin::bench {
+namespace {
+
+constexpr int kWidth = 3840;
+constexpr int kHeight = 2160;
+constexpr int kPairs = 21;
+constexpr double kBudget = 1.0;
+
+/// Smooth shades with a little noise, as a render has them; neighbours use the same part of a LUT.
+BitmapImpl<Rgb> makeImage() {
+    BitmapImpl<Rgb> image(kWidth, kHeight);
+    std::mt19937 random(1);
+    std::uniform_real_distribution<float> noise(0.98f, 1.02f);
+    for (int y = 0; y < kHeight; ++y) {
+        for (int x = 0; x < kWidth; ++x) {
+            const float u = static_cast<float>(x) / kWidth;
+            const float v = static_cast<float>(y) / kHeight;
+            const float light = std::exp2(3.0f - 9.0f * std::hypot(u - 0.4f, v - 0.3f));
+            image.at(x, y) = {light * noise(random), light * (0.5f + 0.5f * u) * noise(random),
+                              light * v * noise(random), 1.0f};
+        }
+    }
+    return image;
+}
+
+OCIO::ConstCPUProcessorRcPtr makeProcessor() {
+    constexpr unsigned long kGrid = 33;
+    const auto exposure = OCIO::ExposureContrastTransform::Create();
+    exposure->setStyle(OCIO::EXPOSURE_CONTRAST_LINEAR);
+    exposure->setExposure(0.25);
+
+    const auto lut = OCIO::Lut3DTransform::Create(kGrid);
+    lut->setInterpolation(OCIO::INTERP_TETRAHEDRAL);
+    const auto compress = [](unsigned long index) {
+        const float x = static_cast<float>(index) / (kGrid - 1);
+        return x / (0.3f + 0.7f * x);
+    };
+    for (unsigned long r = 0; r < kGrid; ++r) {
+        for (unsigned long g = 0; g < kGrid; ++g) {
+            for (unsigned long b = 0; b < kGrid; ++b) {
+                lut->setValue(r, g, b, compress(r), compress(g), compress(b));
+            }
+        }
+    }
+
+    const auto encoding = OCIO::ExponentWithLinearTransform::Create();
+    encoding->setGamma({2.4, 2.4, 2.4, 1.0});
+    encoding->setOffset({0.055, 0.055, 0.055, 0.0});
+    encoding->setDirection(OCIO::TRANSFORM_DIR_INVERSE);
+
+    const auto group = OCIO::GroupTransform::Create();
+    group->appendTransform(exposure);
+    group->appendTransform(lut);
+    group->appendTransform(encoding);
+    return OCIO::Config::CreateRaw()->getProcessor(group)->getDefaultCPUProcessor();
+}
+
+void applyProcessor(const OCIO::ConstCPUProcessorRcPtr& processor, BitmapImpl<Rgb>& image) {
+    Scheduler::defaultInstance().parallelForRanges(
+        0, kHeight, 16, TaskPriority::Interactive, [&](std::int64_t from, std::int64_t to) {
+            OCIO::PackedImageDesc rows(&image.at(0, static_cast<int>(from)).r, kWidth, to - from,
+                                       4);
+            processor->apply(rows);
+        });
+}
+
+void toneMapping(benchmark::State& state) {
+    colorkit::ColorMapping colorMapping;
+    colorMapping.setPipeline(colorkit::createDefaultPipeline());
+    const auto mapping =
+        colorMapping.createMappingOperator(colorMapping.getContext(), {kWidth, kHeight});
+    const OCIO::ConstCPUProcessorRcPtr processor = makeProcessor();
+    const BitmapImpl<Rgb> source = makeImage();
+    BitmapImpl<Rgb> image(kWidth, kHeight);
+    // Both work in place, so that each run begins with a fresh copy, which is not timed.
+    const auto restore = [&] {
+        std::copy(source.pixels().begin(), source.pixels().end(), image.pixels().begin());
+    };
+
+    std::vector<double> oursSeconds;
+    std::vector<double> baselineSeconds;
+    for (auto iteration : state) {
+        static_cast<void>(iteration);
+        restore();
+        oursSeconds.push_back(getSeconds([&] { mapping->mapBitmap(image, {}, 1.0f); }));
+        restore();
+        baselineSeconds.push_back(getSeconds([&] { applyProcessor(processor, image); }));
+        state.SetIterationTime(oursSeconds.back());
+    }
+    state.counters["baseline_ms"] = 1e3 * getMedian(baselineSeconds);
+    state.counters["ours_ms"] = 1e3 * getMedian(oursSeconds);
+    state.counters["ratio"] = getMedian(oursSeconds) / getMedian(baselineSeconds);
+    state.counters["budget"] = kBudget;
+}
+BENCHMARK(toneMapping)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(kPairs);
+
+}  // namespace
+}  // namespace tavrin::bench
+
+BENCHMARK_MAIN();
