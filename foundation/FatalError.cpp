@@ -6,9 +6,8 @@
 namespace tavrin {
 inline namespace foundation {
 
-void fatalError(const char* reason, std::source_location place) {
-    std::fprintf(stderr, "%s:%u: %s: %s\n", place.file_name(), unsigned(place.line()),
-                 place.function_name(), reason);
+void fatalError(const char* reason, const char* file, int line) {
+    std::fprintf(stderr, "%s:%d: %s\n", file, line, reason);
     std::abort();
 }
 

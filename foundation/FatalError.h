@@ -1,13 +1,11 @@
 #pragma once
 
-#include <source_location>
-
 namespace tavrin {
 inline namespace foundation {
 
-/// Ends the program after a programming error (an impossible state), naming the place.
-[[noreturn]] void fatalError(const char* reason,
-                             std::source_location place = std::source_location::current());
+/// Ends the program after a programming error (an impossible state), naming the place of the call.
+[[noreturn]] void fatalError(const char* reason, const char* file = __builtin_FILE(),
+                             int line = __builtin_LINE());
 
 }  // namespace foundation
 }  // namespace tavrin

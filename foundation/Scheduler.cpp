@@ -1,6 +1,7 @@
 #include "foundation/Scheduler.h"
 
 #include "foundation/ParallelLoop.h"
+#include "foundation/ThreadSanitizer.h"
 
 #include <tbb/global_control.h>
 #include <tbb/info.h>
@@ -19,6 +20,16 @@ constexpr std::int64_t kRangesPerThread = 32;
 
 std::mutex limitMutex;
 std::unique_ptr<tbb::global_control> limit;  // guarded by limitMutex
+
+/// Asks a thread of the arena to help with the loop when it gets the time.
+void enqueueHelp(tbb::task_arena& arena, const std::shared_ptr<ParallelLoop>& loop) {
+    threadsanitizer::send(loop.get());
+    const threadsanitizer::IgnoredWrites taskIsSynchronisedByTheLibrary;
+    arena.enqueue([loop] {
+        threadsanitizer::receive(loop.get());
+        loop->help();
+    });
+}
 
 }  // namespace
 
@@ -98,7 +109,7 @@ void Scheduler::parallelForRanges(std::int64_t begin, std::int64_t end, std::int
     const auto loop = std::make_shared<ParallelLoop>(begin, end, ranges, body);
     tbb::task_arena& arena = arenas_->get(priority);
     for (std::int64_t helpers = std::min(threads, ranges) - 1; helpers > 0; --helpers) {
-        arena.enqueue([loop] { loop->help(); });
+        enqueueHelp(arena, loop);
     }
     loop->finish();
 }

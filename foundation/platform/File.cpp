@@ -67,7 +67,7 @@ File File::openForReading(const Path& path) {
     if (handle == nullptr) {
         failWithErrno(path, kCannotOpen);
     }
-    return {path, handle};
+    return {path, handle, kCannotRead};
 }
 
 File File::create(const Path& path, const Path& shownPath) {
@@ -75,11 +75,13 @@ File File::create(const Path& path, const Path& shownPath) {
     if (handle == nullptr) {
         failWithErrno(shownPath, kCannotWrite);
     }
-    return {shownPath, handle};
+    return {shownPath, handle, kCannotWrite};
 }
 
 File::File(File&& other) noexcept
-    : path_(std::move(other.path_)), handle_(std::exchange(other.handle_, nullptr)) {}
+    : path_(std::move(other.path_)),
+      handle_(std::exchange(other.handle_, nullptr)),
+      failure_(other.failure_) {}
 
 File::~File() {
     if (handle_ != nullptr) {
@@ -103,14 +105,14 @@ void File::write(const void* buffer, std::size_t bytes) {
 
 void File::seek(std::uint64_t position) {
     if (fseeko(handle_, static_cast<off_t>(position), SEEK_SET) != 0) {
-        failWithErrno(path_, kCannotRead);
+        failWithErrno(path_, failure_);
     }
 }
 
 std::uint64_t File::getPosition() {
     const off_t position = ftello(handle_);
     if (position < 0) {
-        failWithErrno(path_, kCannotRead);
+        failWithErrno(path_, failure_);
     }
     return static_cast<std::uint64_t>(position);
 }
@@ -118,7 +120,7 @@ std::uint64_t File::getPosition() {
 std::uint64_t File::getSize() const {
     struct stat status {};
     if (fstat(fileno(handle_), &status) != 0) {
-        failWithErrno(path_, kCannotRead);
+        failWithErrno(path_, failure_);
     }
     return static_cast<std::uint64_t>(status.st_size);
 }
@@ -140,9 +142,8 @@ Path createTemporaryBeside(const Path& target) {
     }
     const String extension = real.extension();
     for (int attempt = 0; attempt < 100; ++attempt) {
-        const Path candidate =
-            real.withFileName(".tavrin-" + String::fromUtf8(randomName()) +
-                              (extension.isEmpty() ? String() : "." + extension));
+        Path candidate = real.withFileName(".tavrin-" + String::fromUtf8(randomName()) +
+                                           (extension.isEmpty() ? String() : "." + extension));
         const int descriptor =
             open(candidate.std().c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode);
         if (descriptor >= 0) {
