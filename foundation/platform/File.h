@@ -36,10 +36,13 @@ public:
     ~File();
 
 private:
-    File(Path path, std::FILE* handle) : path_(std::move(path)), handle_(handle) {}
+    File(Path path, std::FILE* handle, const char* failure)
+        : path_(std::move(path)), handle_(handle), failure_(failure) {}
 
     Path path_;
     std::FILE* handle_;
+    /// What to say when moving about in the file fails, which may write out what is buffered.
+    const char* failure_;
 };
 
 /// Makes an empty file with a new name and the extension of `target` in the folder of `target`,

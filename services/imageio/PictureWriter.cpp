@@ -1,5 +1,6 @@
 #include "services/imageio/PictureWriter.h"
 
+#include "foundation/Exception.h"
 #include "foundation/platform/DynamicLibrary.h"
 
 #include <filesystem>
@@ -25,9 +26,13 @@ WritePicture loadPictureWriter() {
 
 }  // namespace
 
-WritePicture getPictureWriter() {
-    static const WritePicture writer = loadPictureWriter();
-    return writer;
+Result<WritePicture> getPictureWriter() {
+    try {
+        static const WritePicture writer = loadPictureWriter();
+        return writer;
+    } catch (const Exception& exception) {
+        return Failure(exception.message());
+    }
 }
 
 }  // namespace tavrin::imageio

@@ -27,23 +27,29 @@ float clampToHalf(float value) {
     return std::isfinite(value) ? std::clamp(value, -kHighestHalf, kHighestHalf) : value;
 }
 
+/// Writers of the format take what is darker for black.
+constexpr float kLowestRgbe = 1e-32f;
+
 /// A value that a shared-exponent pixel (Ward, "Real Pixels", 1991) can hold: not negative, finite.
 float clampToRgbe(float value) {
-    return value > 0.0f ? std::min(value, kHighestRgbe) : 0.0f;
+    return value >= kLowestRgbe ? std::min(value, kHighestRgbe) : 0.0f;
 }
 
-/// Rounds three values to the nearest multiples of their common step, as writers of the format cut
-/// the mantissas off.
+/// Rounds three values to multiples of their common step. Writers of the format cut the mantissas
+/// off, so a quarter of a step keeps them from losing a whole one.
 void roundToRgbe(float* rgb) {
     const float highest = std::max({rgb[0], rgb[1], rgb[2]});
-    int exponent = 0;
-    std::frexp(highest, &exponent);
-    const float step = std::ldexp(1.0f, exponent - 8);
-    if (step < std::numeric_limits<float>::min()) {
+    if (highest == 0.0f) {
         return;
     }
+    int exponent = 0;
+    std::frexp(highest, &exponent);
+    float step = std::ldexp(1.0f, exponent - 8);
+    if (highest >= 255.5f * step) {
+        step *= 2.0f;
+    }
     for (int i = 0; i < 3; ++i) {
-        rgb[i] = std::min(std::floor(rgb[i] / step + 0.5f) * step, kHighestRgbe);
+        rgb[i] = (std::floor(rgb[i] / step + 0.5f) + 0.25f) * step;
     }
 }
 
@@ -59,7 +65,7 @@ SampleEncoder::SampleEncoder(const IImageIterator& picture, const ImageFormatInf
       format_(format.format),
       bitDepth_(bitDepth),
       decodesSrgb_(isDisplayReferred && format.isLinear),
-      width_(picture.getSize().x),
+      size_(picture.getSize()),
       channels_(picture.hasAlpha() && format.carriesAlpha ? 4 : 3) {}
 
 std::size_t SampleEncoder::getSampleBytes() const {
@@ -70,7 +76,7 @@ std::size_t SampleEncoder::getSampleBytes() const {
 }
 
 std::size_t SampleEncoder::getRowBytes() const {
-    return static_cast<std::size_t>(width_) * static_cast<std::size_t>(channels_) *
+    return static_cast<std::size_t>(size_.x) * static_cast<std::size_t>(channels_) *
            getSampleBytes();
 }
 
@@ -85,7 +91,7 @@ void SampleEncoder::encodeRow(int y, void* samples) const {
 }
 
 void SampleEncoder::encodeFloats(int y, float* samples) const {
-    for (int x = 0; x < width_; ++x, samples += channels_) {
+    for (int x = 0; x < size_.x; ++x, samples += channels_) {
         float alpha = 1.0f;
         const Rgb color = picture_.getPixel({x, y}, alpha);
         std::array values = {color.r, color.g, color.b, alpha};
@@ -108,7 +114,7 @@ void SampleEncoder::encodeIntegers(int y, Sample* samples) const {
     const int bits = getBitCount(bitDepth_);
     const unsigned highest = (1u << bits) - 1u;
     const int unusedBits = std::numeric_limits<Sample>::digits - bits;
-    for (int x = 0; x < width_; ++x, samples += channels_) {
+    for (int x = 0; x < size_.x; ++x, samples += channels_) {
         float alpha = 1.0f;
         const Rgb color = picture_.getPixel({x, y}, alpha);
         const std::array values = {color.r, color.g, color.b, alpha};

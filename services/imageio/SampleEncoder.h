@@ -20,6 +20,8 @@ public:
 
     /// Samples per pixel: 4 when the picture has alpha and the format carries it, otherwise 3.
     int getChannelCount() const { return channels_; }
+    BitDepth getBitDepth() const { return bitDepth_; }
+    int getRowCount() const { return size_.y; }
     std::size_t getRowBytes() const;
     /// Writes getRowBytes() bytes to `samples`, which is aligned for floats.
     void encodeRow(int y, void* samples) const;
@@ -34,7 +36,7 @@ private:
     ImageFormat format_;
     BitDepth bitDepth_;
     bool decodesSrgb_;
-    int width_;
+    Pixel size_;
     int channels_;
 };
 

@@ -1,0 +1,125 @@
+#include "services/imageio/SaveImage.h"
+#include "tests/services/imageio/TestPicture.h"
+
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <new>
+#include <string>
+
+namespace tavrin::imageio {
+namespace {
+
+/// Says that it has a size without having the pixels.
+class HugePicture : public IImageIterator {
+public:
+    explicit HugePicture(Pixel size) : size_(size) {}
+
+    Pixel getSize() const override { return size_; }
+    Rgb getPixel(Pixel, float&) const override { throw std::bad_alloc(); }
+    bool hasAlpha() const override { return false; }
+
+private:
+    Pixel size_;
+};
+
+std::string messageOf(const Result<void>& answer) {
+    return answer ? "success" : answer.error().toUtf8();
+}
+
+std::string readText(const Path& path) {
+    std::ifstream stream(path.std());
+    std::string text;
+    std::getline(stream, text);
+    return text;
+}
+
+TEST(SaveImageFailureTest, SaysWhyAPictureCannotBeWritten) {
+    const ImageSaveSettings halves{.bitDepth = BitDepth::Half, .quality = {}, .compression = {}};
+    const struct {
+        const char* name;
+        Pixel size;
+        ImageSaveSettings settings;
+        const char* reason;
+    } cases[] = {
+        {"a.psd", {4, 4}, {}, "\"psd\" is not the extension of a known picture format."},
+        {"a", {4, 4}, {}, "its name has no extension that tells the picture format."},
+        {"a.png", {0, 4}, {}, "the picture is empty."},
+        {"a.exr", {4, -1}, {}, "the picture is empty."},
+        {"a.png", {4, 4}, halves, "Format \"png\" does not accept bitdepth=16f; it accepts 8, 16."},
+        {"a.jpg",
+         {65501, 1},
+         {},
+         "the picture has 65501 x 1 pixels, but a JPEG image has at most 65500 on a side."},
+        {"a.tga",
+         {1, 65536},
+         {},
+         "the picture has 1 x 65536 pixels, but a Targa image has at most 65535 on a side."},
+        {"a.webp",
+         {16384, 16384},
+         {},
+         "the picture has 16384 x 16384 pixels, but a WebP image has at most 16383 on a side."},
+        {"a.bmp",
+         {40000, 40000},
+         {},
+         "the picture has 40000 x 40000 pixels, but a BMP image holds at most 4 GiB."},
+        {"a.jp2",
+         {400, 31},
+         {},
+         "the picture has 400 x 31 pixels, but a JPEG 2000 image has at least 32 on a side."},
+        {"a.png", {4, 4}, {}, "There is not enough memory."},
+        {"missing/a.png", {4, 4}, {}, "No such file or directory."},
+        {"", {4, 4}, {}, "its name has no extension that tells the picture format."},
+    };
+    const TestFolder folder;
+    for (const auto& [name, size, settings, reason] : cases) {
+        const Path path = folder / name;
+        const Result<void> answer =
+            saveImage(path, HugePicture(size), false, {}, settings, TaskProgress());
+        EXPECT_EQ(messageOf(answer),
+                  "File \"" + path.native().toUtf8() + "\" cannot be written: " + reason);
+    }
+    EXPECT_EQ(folder.countFiles(), 0u);
+}
+
+TEST(SaveImageFailureTest, AFolderIsNotOverwritten) {
+    const TestFolder folder;
+    const Path path = folder / "folder.png";
+    std::filesystem::create_directory(path.std());
+    EXPECT_EQ(messageOf(saveImage(path, TestPicture({4, 4}, false), false, {}, {}, TaskProgress())),
+              "File \"" + path.native().toUtf8() + "\" cannot be written: it is a folder.");
+}
+
+TEST(SaveImageFailureTest, ACancelledSaveLeavesTheOldFile) {
+    const TestFolder folder;
+    for (const ImageFormatInfo& info : getImageFormats()) {
+        const Path path = folder / "picture";
+        std::ofstream(path.std()) << "old";
+        int asked = 0;
+        const Result<void> answer =
+            saveImage(path, TestPicture({40, 600}, false), false, info.format, {},
+                      TaskProgress({}, [&] { return ++asked == 2; }));
+        EXPECT_EQ(messageOf(answer), "File \"" + path.native().toUtf8() +
+                                         "\" cannot be written: saving was cancelled.");
+        EXPECT_EQ(readText(path), "old");
+        EXPECT_EQ(folder.countFiles(), 1u);
+    }
+}
+
+TEST(SaveImageFailureTest, AFullDiskIsNoticed) {
+    const Path full(String("/dev/full"));
+    if (!std::filesystem::exists(full.std())) {
+        GTEST_SKIP() << "this system has no device that is always full";
+    }
+    for (const Pixel size : {Pixel{32, 32}, Pixel{200, 600}}) {
+        const TestPicture picture = TestPicture::random(size, false, 0.0f, 1.0f);
+        for (const ImageFormatInfo& info : getImageFormats()) {
+            EXPECT_EQ(messageOf(saveImage(full, picture, false, info.format, {}, TaskProgress())),
+                      "File \"/dev/full\" cannot be written: No space left on device.")
+                << info.name.toUtf8();
+        }
+    }
+}
+
+}  // namespace
+}  // namespace tavrin::imageio
