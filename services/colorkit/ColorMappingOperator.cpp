@@ -1,6 +1,7 @@
 #include "services/colorkit/ColorMappingOperator.h"
 
 #include "foundation/Scheduler.h"
+#include "services/colorkit/DisplayEncoding.h"
 #include "services/colorkit/Pipeline.h"
 #include "services/colorkit/StageList.h"
 
@@ -21,27 +22,28 @@ void appendContextExposure(const CommonColorMappingContext& context, StageList& 
     }
 }
 
-std::vector<std::unique_ptr<const IMappingStage>> flatten(
-    const EntityHolder<IColorMappingOperator>& pipeline, const MappingEnvironment& environment) {
-    StageList stages;
-    appendContextExposure(environment.context, stages);
+void appendPipeline(const EntityHolder<IColorMappingOperator>& pipeline,
+                    const MappingEnvironment& environment, StageList& stages) {
     for (const IColorMappingOperator* current : listOperators(pipeline)) {
         const OperatorValues& values = current->getValues();
         if (values.isEnabled()) {
             values.getDescriptor().appendStages(values, environment, stages);
         }
     }
-    return stages.take();
 }
 
 }  // namespace
 
 ColorMappingOperator<0>::ColorMappingOperator(const EntityHolder<IColorMappingOperator>& pipeline,
-                                              bool isEnabled, const MappingEnvironment& environment)
-    : encoding_(environment.context.displayGamma) {
+                                              bool isEnabled,
+                                              const MappingEnvironment& environment) {
+    StageList stages;
     if (isEnabled) {
-        stages_ = flatten(pipeline, environment);
+        appendContextExposure(environment.context, stages);
+        appendPipeline(pipeline, environment, stages);
     }
+    appendDisplayEncoding(environment.context.displayGamma, stages);
+    stages_ = stages.take();
 }
 
 void ColorMappingOperator<0>::mapRow(std::span<Rgb> row, const RowPosition& position) const {
@@ -55,7 +57,6 @@ void ColorMappingOperator<0>::mapRow(std::span<Rgb> row, const RowPosition& posi
         for (const auto& stage : stages_) {
             stage->apply(block);
         }
-        encoding_.encode(block);
         storeBlock(block, pixels);
     }
 }
@@ -65,14 +66,12 @@ void ColorMappingOperator<0>::mapBitmap(BitmapImpl<Rgb>& bitmap, Pixel origin, f
         const int offset = static_cast<int>(static_cast<double>(y) * double{scale});
         mapRow(bitmap.row(static_cast<int>(y)), {origin.x, origin.y + offset, scale});
     };
-    if (bitmap.getHeight() < 2) {
-        for (int y = 0; y < bitmap.getHeight(); ++y) {
-            mapRowAt(y);
-        }
-        return;
+    const int height = bitmap.getHeight();
+    if (height == 1) {
+        mapRowAt(0);
+    } else {
+        Scheduler::defaultInstance().parallelFor(0, height, TaskPriority::Interactive, mapRowAt);
     }
-    Scheduler::defaultInstance().parallelFor(0, bitmap.getHeight(), TaskPriority::Interactive,
-                                             mapRowAt);
 }
 
 }  // namespace tavrin::colorkit

@@ -3,8 +3,8 @@
 #include "foundation/Bitmap.h"
 #include "foundation/Color.h"
 #include "foundation/EntityHolder.h"
-#include "services/colorkit/DisplayEncoding.h"
 #include "services/colorkit/IColorMappingOperator.h"
+#include "services/colorkit/IMappingStage.h"
 #include "services/colorkit/MappingEnvironment.h"
 
 #include <memory>
@@ -40,7 +40,6 @@ public:
 
 private:
     std::vector<std::unique_ptr<const IMappingStage>> stages_;
-    DisplayEncoding encoding_;
 };
 
 }  // namespace tavrin::colorkit

@@ -1,6 +1,9 @@
 #include "services/colorkit/DisplayEncoding.h"
 
+#include "services/colorkit/PowerStage.h"
+
 #include <cmath>
+#include <memory>
 
 // The order matters: this source is included again for each instruction set.
 // clang-format off
@@ -14,18 +17,13 @@
 HWY_BEFORE_NAMESPACE();
 namespace tavrin::colorkit::HWY_NAMESPACE {
 
-// IEC 61966-2-1: 12.92 x up to 0.0031308, above that 1.055 x^(1/2.4) - 0.055.
+/// `power` is the one of the curved part.
 void encodeSrgb(const ScaledPower& power, PixelBlock& block) {
     forEachComponent(block, [&power](auto d, auto value) HWY_ATTR {
-        const auto linear = hn::Mul(value, hn::Set(d, 12.92f));
+        const auto straight = hn::Mul(value, hn::Set(d, 12.92f));
         const auto curved = hn::Sub(computePower(d, power, value), hn::Set(d, 0.055f));
-        return hn::IfThenElse(hn::Le(value, hn::Set(d, 0.0031308f)), linear, curved);
+        return hn::IfThenElse(hn::Le(value, hn::Set(d, 0.0031308f)), straight, curved);
     });
-}
-
-void encodePower(const ScaledPower& power, PixelBlock& block) {
-    forEachComponent(
-        block, [&power](auto d, auto value) HWY_ATTR { return computePower(d, power, value); });
 }
 
 }  // namespace tavrin::colorkit::HWY_NAMESPACE
@@ -35,34 +33,28 @@ HWY_AFTER_NAMESPACE();
 namespace tavrin::colorkit {
 namespace {
 
-constexpr float kSrgbGamma = 2.2f;
+HWY_EXPORT(encodeSrgb);
 
-bool isUsable(float gamma) {
-    return std::isfinite(gamma) && gamma > 0.0f;
-}
+/// IEC 61966-2-1: 12.92 x up to 0.0031308, above that 1.055 x^(1/2.4) - 0.055.
+class SrgbEncodingStage final : public IMappingStage {
+public:
+    void apply(PixelBlock& block) const override {
+        HWY_DYNAMIC_DISPATCH(encodeSrgb)(power_, block);
+    }
+
+private:
+    ScaledPower power_{1.055, 1.0 / 2.4};
+};
 
 }  // namespace
 
-HWY_EXPORT(encodeSrgb);
-HWY_EXPORT(encodePower);
-
-DisplayEncoding::DisplayEncoding(float gamma)
-    : curve_(gamma == kSrgbGamma || !isUsable(gamma) ? Curve::Srgb
-             : gamma == 1.0f                         ? Curve::Linear
-                                                     : Curve::Power),
-      power_(curve_ == Curve::Srgb ? ScaledPower(1.055, 1.0 / 2.4)
-                                   : ScaledPower(1.0, 1.0 / double{gamma})) {}
-
-void DisplayEncoding::encode(PixelBlock& block) const {
-    switch (curve_) {
-        case Curve::Srgb:
-            HWY_DYNAMIC_DISPATCH(encodeSrgb)(power_, block);
-            break;
-        case Curve::Power:
-            HWY_DYNAMIC_DISPATCH(encodePower)(power_, block);
-            break;
-        case Curve::Linear:
-            break;
+void appendDisplayEncoding(float gamma, StageList& stages) {
+    constexpr float kSrgbGamma = 2.2f;
+    const bool isUsable = std::isfinite(gamma) && gamma > 0.0f;
+    if (!isUsable || gamma == kSrgbGamma) {
+        stages.add(std::make_unique<SrgbEncodingStage>());
+    } else if (gamma != 1.0f) {
+        stages.add(std::make_unique<PowerStage>(1.0, 1.0 / double{gamma}));
     }
 }
 

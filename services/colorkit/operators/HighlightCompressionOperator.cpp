@@ -27,11 +27,10 @@ HWY_INLINE V compressionFactor(D d, V value, float amount, float inverseSquaredW
 }
 
 void compressLuminance(float amount, float inverseSquaredWhite, PixelBlock& block) {
-    constexpr auto kWeights = kLuminanceWeights;
     forEachColor(block, [=](auto d, auto& r, auto& g, auto& b) HWY_ATTR {
-        auto luminance = hn::Mul(r, hn::Set(d, static_cast<float>(kWeights[0])));
-        luminance = hn::MulAdd(g, hn::Set(d, static_cast<float>(kWeights[1])), luminance);
-        luminance = hn::MulAdd(b, hn::Set(d, static_cast<float>(kWeights[2])), luminance);
+        auto luminance = hn::Mul(r, hn::Set(d, static_cast<float>(kLuminanceWeights[0])));
+        luminance = hn::MulAdd(g, hn::Set(d, static_cast<float>(kLuminanceWeights[1])), luminance);
+        luminance = hn::MulAdd(b, hn::Set(d, static_cast<float>(kLuminanceWeights[2])), luminance);
         const auto factor = compressionFactor(d, luminance, amount, inverseSquaredWhite);
         r = hn::Mul(r, factor);
         g = hn::Mul(g, factor);

@@ -177,6 +177,8 @@ TEST(Operators, AnyPipelineKeepsColorsFiniteAndNotNegative) {
                     // The ends of the ranges are the hardest.
                     const float t = std::clamp(1.4f * share(random) - 0.2f, 0.0f, 1.0f);
                     values.setAt(i, std::lerp(parameter.minimum, parameter.maximum, t));
+                } else {
+                    values.setAt(i, static_cast<int>(random() % parameter.choices.size()));
                 }
             }
             operators.push_back(values);
