@@ -1,15 +1,14 @@
+#include "services/imageio/openimageio/HostFile.h"
+#include "services/imageio/openimageio/RowBlock.h"
 #include "services/imageio/openimageio/SrgbProfile.h"
 #include "services/imageio/openimageio/WritePicture.h"
 
-#include <OpenImageIO/filesystem.h>
 #include <OpenImageIO/imageio.h>
 
-#include <algorithm>
 #include <exception>
 #include <memory>
 #include <mutex>
 #include <string>
-#include <vector>
 
 #ifdef _WIN32
 #define TAVRIN_MODULE_EXPORT __declspec(dllexport)
@@ -20,42 +19,8 @@
 namespace tavrin::imageio {
 namespace {
 
-/// Enough rows for every thread to have a block to compress in the formats that allow it, and few
-/// enough for a cancelled task to end soon.
-constexpr int kRowsPerStep = 256;
-
 /// The usual level 6 takes three to four times as long to make a render less than a tenth smaller.
 constexpr int kZipLevel = 4;
-
-/// Hands the bytes of a file to the program. The library only writes pictures from their beginning.
-class HostFile : public OIIO::Filesystem::IOProxy {
-public:
-    HostFile(const std::string& name, const WritePictureRequest& request)
-        : IOProxy(name, Write), request_(request) {}
-
-    const char* proxytype() const override { return "tavrin"; }
-    bool seek(std::int64_t offset) override {
-        m_pos = offset;
-        return offset >= 0;
-    }
-    std::size_t write(const void* bytes, std::size_t count) override {
-        const std::size_t written = pwrite(bytes, count, m_pos);
-        m_pos += static_cast<std::int64_t>(written);
-        return written;
-    }
-    std::size_t pwrite(const void* bytes, std::size_t count, std::int64_t offset) override {
-        if (!request_.storeBytes(request_.host, static_cast<std::uint64_t>(offset), bytes, count)) {
-            return 0;
-        }
-        size_ = std::max(size_, static_cast<std::size_t>(offset) + count);
-        return count;
-    }
-    std::size_t size() const override { return size_; }
-
-private:
-    const WritePictureRequest& request_;
-    std::size_t size_ = 0;
-};
 
 /// What the library calls a format, and a file name from which its writer knows the variant.
 struct WriterName {
@@ -87,14 +52,6 @@ WriterName getWriterName(ImageFormat format) {
             return {"jpeg2000", "picture.jp2"};
     }
     return {"", ""};
-}
-
-/// How the rows are laid out in memory.
-OIIO::TypeDesc getRowType(BitDepth depth) {
-    if (isFloatingPoint(depth)) {
-        return OIIO::TypeDesc::FLOAT;
-    }
-    return depth == BitDepth::Int8 ? OIIO::TypeDesc::UINT8 : OIIO::TypeDesc::UINT16;
 }
 
 int getPngCompressionLevel(const std::string& compression) {
@@ -178,24 +135,13 @@ void followThreadLimit(int threads) {
     }
 }
 
-bool writeRows(OIIO::ImageOutput& output, const WritePictureRequest& request) {
-    const OIIO::TypeDesc type = getRowType(request.bitDepth);
-    const std::size_t rowBytes = static_cast<std::size_t>(request.width) *
-                                 static_cast<std::size_t>(request.channels) * type.size();
-    std::vector<std::byte> rows(rowBytes *
-                                static_cast<std::size_t>(std::min(kRowsPerStep, request.height)));
-    for (int begin = 0; begin < request.height; begin += kRowsPerStep) {
-        const int end = std::min(begin + kRowsPerStep, request.height);
-        if (!request.provideRows(request.host, begin, end, rows.data()) ||
-            !output.write_scanlines(begin, end, 0, type, rows.data())) {
-            return false;
-        }
-    }
-    return true;
-}
-
 bool write(const WritePictureRequest& request) {
     followThreadLimit(request.threads);
+    // No writer is bothered with a picture that does not even begin.
+    RowBlock rows(request);
+    if (!rows.fill(0)) {
+        return false;
+    }
     const WriterName name = getWriterName(request.format);
     HostFile file(name.fileName, request);
     const std::unique_ptr<OIIO::ImageOutput> output = OIIO::ImageOutput::create(name.writer);
@@ -204,8 +150,7 @@ bool write(const WritePictureRequest& request) {
         return false;
     }
     output->set_ioproxy(&file);
-    const bool isWritten =
-        output->open(name.fileName, makeSpec(request)) && writeRows(*output, request);
+    const bool isWritten = output->open(name.fileName, makeSpec(request)) && rows.writeOn(*output);
     // Some writers do all their work here and tell a failure only by a message.
     const bool isClosed = output->close();
     if (output->has_error()) {

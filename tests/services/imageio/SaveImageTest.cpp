@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cmath>
 #include <fstream>
+#include <future>
 #include <iterator>
 #include <limits>
 #include <set>
@@ -305,6 +306,22 @@ TEST(SaveImageFileTest, AnExplicitFormatWinsOverTheName) {
         std::filesystem::rename(path.std(), renamed.std());
         const ReadPicture answer = readPicture(renamed);
         EXPECT_EQ(answer.spec.width, 40) << info.name.toUtf8();
+    }
+}
+
+TEST(SaveImageFileTest, SavesSeveralPicturesAtOnce) {
+    const TestFolder folder;
+    const TestPicture picture = TestPicture::random({120, 300}, false, 0.0f, 1.0f);
+    std::vector<std::future<bool>> saves;
+    for (const ImageFormatInfo& info : getImageFormats()) {
+        saves.push_back(std::async(std::launch::async, [&, path = pathOf(folder, info)] {
+            return saveImage(path, picture, false, {}, {}, TaskProgress()).has_value();
+        }));
+    }
+    for (std::size_t i = 0; i < saves.size(); ++i) {
+        const ImageFormatInfo& info = getImageFormats()[i];
+        EXPECT_TRUE(saves[i].get()) << info.name.toUtf8();
+        EXPECT_EQ(readPicture(pathOf(folder, info)).spec.height, 300);
     }
 }
 
