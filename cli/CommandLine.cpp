@@ -3,7 +3,6 @@
 #include <CLI/CLI.hpp>
 
 #include <iostream>
-#include <map>
 
 namespace tavrin::cli {
 namespace {
@@ -30,7 +29,21 @@ struct RawArguments {
     std::string element;
     std::vector<std::string> formatOptions;
     bool noToneMapping = false;
+    std::string progress = "auto";
 };
+
+ProgressMode toProgressMode(const std::string& argument) {
+    if (argument == "auto") {
+        return ProgressMode::Auto;
+    }
+    return argument == "always" ? ProgressMode::Always : ProgressMode::Never;
+}
+
+/// The parser's messages, as sentences.
+String toSentence(const std::string& message) {
+    const String text = String::fromUtf8(message).trimmed();
+    return text.endsWith(".") ? text : text + ".";
+}
 
 /// The system's own bytes are kept, so that any existing file can be named.
 Path toPath(const std::string& argument) {
@@ -38,11 +51,6 @@ Path toPath(const std::string& argument) {
 }
 
 void addOptions(CLI::App& app, RawArguments& raw, Options& options) {
-    static const std::map<std::string, ProgressMode> kProgressModes = {
-        {"auto", ProgressMode::Auto},
-        {"always", ProgressMode::Always},
-        {"never", ProgressMode::Never}};
-
     app.add_option("IMAGE", raw.input, "The TXR or OpenEXR image to open");
     app.add_option("-o,--output", raw.output,
                    "File to save: .txr holds the whole image with all elements, any other known "
@@ -71,10 +79,10 @@ void addOptions(CLI::App& app, RawArguments& raw, Options& options) {
         ->type_name("N")
         ->check(CLI::Range(1, kMostThreads));
     app.add_flag("--quiet", options.quiet, "Print neither warnings nor progress");
-    app.add_option("--progress", options.progress,
+    app.add_option("--progress", raw.progress,
                    "When to show progress on standard error: auto (on a terminal), always, never")
         ->type_name("WHEN")
-        ->transform(CLI::CheckedTransformer(kProgressModes).description(""));
+        ->check(CLI::IsMember({"auto", "always", "never"}).description(""));
     app.set_version_flag("--version", std::string("tavrin-cli ") + TAVRIN_VERSION);
     app.set_help_flag("-h,--help", "Print this text");
 }
@@ -114,7 +122,7 @@ Optional<Options> parseCommandLine(int argumentCount, const char* const* argumen
         app.exit(request, std::cout, std::cerr);
         return {};
     } catch (const CLI::ParseError& error) {
-        throw UsageError(String::fromUtf8(error.what()));
+        throw UsageError(toSentence(error.what()));
     }
     options.input = toPath(raw.input);
     options.output = toPath(raw.output);
@@ -128,6 +136,7 @@ Optional<Options> parseCommandLine(int argumentCount, const char* const* argumen
         options.formatOptions.push_back(String::fromUtf8(option));
     }
     options.toneMapping = !raw.noToneMapping;
+    options.progress = toProgressMode(raw.progress);
     check(options);
     return options;
 }

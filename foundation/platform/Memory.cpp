@@ -86,6 +86,15 @@ std::uint64_t availableMemory() {
     return std::min(systemAvailable(), controlGroupAvailable());
 }
 
+std::uint64_t getPeakMemory() {
+    return sumEntries("/proc/self/status", {"VmHWM:"}) * 1024;
+}
+
+void resetPeakMemory() {
+    // The kernel's documented way (proc(5), clear_refs).
+    std::ofstream("/proc/self/clear_refs") << 5;
+}
+
 void* allocatePixelMemory(std::size_t bytes) {
     const std::size_t alignment = bytes >= 2 * kLargePage ? kLargePage : kCacheLine;
     void* block = nullptr;

@@ -12,6 +12,12 @@ namespace platform {
 /// does not tell.
 std::uint64_t availableMemory();
 
+/// The most resident memory that the process has had since it started or since resetPeakMemory(), in
+/// bytes. 0 when the system does not tell.
+std::uint64_t getPeakMemory();
+/// Lets the peak start anew at what is resident now, where the system can do that.
+void resetPeakMemory();
+
 /// `bytes` of uninitialised memory for pixels, aligned to at least 64 bytes; large blocks are laid
 /// out so that the system can back them with large pages. Throws std::bad_alloc. May be called from
 /// any thread; the block is given back with freePixelMemory.

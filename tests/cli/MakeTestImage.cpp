@@ -1,0 +1,122 @@
+// Writes the small images that the command-line cases start from, with the OpenEXR library alone:
+//
+//     make-test-image KIND FILE
+
+#include <ImfChannelList.h>
+#include <ImfFrameBuffer.h>
+#include <ImfHeader.h>
+#include <ImfMultiPartOutputFile.h>
+#include <ImfOutputFile.h>
+#include <ImfOutputPart.h>
+#include <ImfPartType.h>
+#include <ImfStandardAttributes.h>
+#include <ImfStringAttribute.h>
+
+#include <iostream>
+#include <map>
+#include <string>
+#include <vector>
+
+namespace {
+
+constexpr int kWidth = 4;
+constexpr int kHeight = 2;
+
+Imf::Header makeHeader(const std::vector<std::string>& channels) {
+    Imf::Header header(kWidth, kHeight);
+    header.compression() = Imf::ZIPS_COMPRESSION;
+    for (const std::string& channel : channels) {
+        header.channels().insert(channel, Imf::Channel(Imf::FLOAT));
+    }
+    return header;
+}
+
+/// Channel i has the value (i + 1) / 8 in its first pixel and 1/16 more in each following one.
+class Planes {
+public:
+    explicit Planes(const std::vector<std::string>& channels) {
+        for (const std::string& channel : channels) {
+            std::vector<float>& plane = planes_[channel];
+            for (int i = 0; i < kWidth * kHeight; ++i) {
+                plane.push_back(float(planes_.size()) / 8.0f + float(i) / 16.0f);
+            }
+            frameBuffer_.insert(channel,
+                                Imf::Slice(Imf::FLOAT, reinterpret_cast<char*>(plane.data()),
+                                           sizeof(float), sizeof(float) * kWidth));
+        }
+    }
+
+    const Imf::FrameBuffer& getFrameBuffer() const { return frameBuffer_; }
+
+private:
+    std::map<std::string, std::vector<float>> planes_;
+    Imf::FrameBuffer frameBuffer_;
+};
+
+void write(const Imf::Header& header, const std::vector<std::string>& channels,
+           const std::string& file) {
+    const Planes planes(channels);
+    Imf::OutputFile output(file.c_str(), header);
+    output.setFrameBuffer(planes.getFrameBuffer());
+    output.writePixels(kHeight);
+}
+
+/// A render with a light select, a data pass and names that file systems do not like.
+void writeRender(const std::string& file) {
+    const std::vector<std::string> channels = {"A",          "B",          "G",     "Key.B",
+                                               "Key.G",      "Key.R",      "R",     "Sub/Pass.B",
+                                               "Sub/Pass.G", "Sub/Pass.R", "ZDepth"};
+    Imf::Header header = makeHeader(channels);
+    header.insert("comment", Imf::StringAttribute("first\nsecond"));
+    header.insert("tavrin.lightmix.elements", Imf::StringAttribute("\"Key\""));
+    Imf::addWhiteLuminance(header, 80.0f);
+    write(header, channels, file);
+}
+
+/// Layers of a renderer that names its beauty in its own way.
+void writeLayers(const std::string& file) {
+    const std::vector<std::string> channels = {"View.Combined.B", "View.Combined.G",
+                                               "View.Combined.R", "View.Depth.Z"};
+    write(makeHeader(channels), channels, file);
+}
+
+/// Two elements whose names become the same file name.
+void writeClash(const std::string& file) {
+    const std::vector<std::string> channels = {"B",     "G",     "R",     "a/b.B", "a/b.G",
+                                               "a/b.R", "a:b.B", "a:b.G", "a:b.R"};
+    write(makeHeader(channels), channels, file);
+}
+
+void writeParts(const std::string& file) {
+    const std::vector<std::string> channels = {"B", "G", "R"};
+    const Planes planes(channels);
+    std::vector<Imf::Header> headers;
+    for (const char* name : {"beauty", "key"}) {
+        headers.push_back(makeHeader(channels));
+        headers.back().setName(name);
+        headers.back().setType(Imf::SCANLINEIMAGE);
+    }
+    Imf::MultiPartOutputFile output(file.c_str(), headers.data(), int(headers.size()));
+    for (int part = 0; part < int(headers.size()); ++part) {
+        Imf::OutputPart outputPart(output, part);
+        outputPart.setFrameBuffer(planes.getFrameBuffer());
+        outputPart.writePixels(kHeight);
+    }
+}
+
+}  // namespace
+
+int main(int argumentCount, char** arguments) {
+    static const std::map<std::string, void (*)(const std::string&)> kKinds = {
+        {"render", writeRender},
+        {"layers", writeLayers},
+        {"clash", writeClash},
+        {"parts", writeParts},
+    };
+    if (argumentCount != 3 || !kKinds.contains(arguments[1])) {
+        std::cerr << "A kind of image and a file are expected.\n";
+        return 2;
+    }
+    kKinds.at(arguments[1])(arguments[2]);
+    return 0;
+}

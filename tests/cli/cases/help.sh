@@ -1,0 +1,3 @@
+try --version
+try --help
+try --list-formats
