@@ -11,7 +11,7 @@ namespace {
 constexpr std::uint64_t kNoByteLimit = std::numeric_limits<std::uint64_t>::max();
 /// Formats whose headers count bytes with 32 bits; the rest is left for the headers themselves.
 constexpr std::uint64_t k32BitFile = 0xFFFFFFFFu - 65536u;
-/// Sizes are 32-bit integers in every library behind the formats.
+/// What the library writes of formats whose own limits lie beyond any picture.
 constexpr int kTwentyBits = 1 << 20;
 constexpr int kNoSideLimit = std::numeric_limits<int>::max();
 
