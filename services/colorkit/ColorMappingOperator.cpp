@@ -12,7 +12,8 @@ namespace tavrin::colorkit {
 namespace {
 
 double toFactor(float exposure) {
-    return std::isfinite(exposure) && exposure >= 0.0f ? double{exposure} : 1.0;
+    constexpr float kLargest = 1e15f;
+    return std::isfinite(exposure) && exposure >= 0.0f ? std::min(exposure, kLargest) : 1.0f;
 }
 
 void appendContextExposure(const CommonColorMappingContext& context, StageList& stages) {

@@ -12,7 +12,7 @@ struct CommonColorMappingContext {
     /// power. A value that is not positive and finite counts as 2.2.
     float displayGamma = 2.2f;
     /// Factor of the image on its linear colours, applied before the pipeline. Factors that are
-    /// negative or not finite count as 1.
+    /// negative or not finite count as 1, those above 1e15 as that.
     float imageExposure = 1.0f;
     /// Factor of the viewer on the linear colours, applied before the pipeline as well, so that
     /// the whole range of the image stays available.

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <algorithm>
 #include <array>
+#include <cmath>
 
 namespace tavrin::colorkit {
 
@@ -60,6 +62,15 @@ constexpr Matrix3 inverse(const Matrix3& matrix) {
         }
     }
     return result;
+}
+
+/// The largest sum of the magnitudes of a row: how much the matrix can enlarge a component.
+inline double largestRowSum(const Matrix3& matrix) {
+    double largest = 0.0;
+    for (const Vector3& row : matrix.rows) {
+        largest = std::max(largest, std::abs(row[0]) + std::abs(row[1]) + std::abs(row[2]));
+    }
+    return largest;
 }
 
 }  // namespace tavrin::colorkit

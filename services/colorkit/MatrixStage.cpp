@@ -42,12 +42,9 @@ namespace tavrin::colorkit {
 HWY_EXPORT(multiplyColors);
 
 MatrixStage::MatrixStage(const Matrix3& matrix) {
-    double largestSum = 0.0;
-    for (const Vector3& row : matrix.rows) {
-        largestSum = std::max(largestSum, std::abs(row[0]) + std::abs(row[1]) + std::abs(row[2]));
-    }
     // With rows that sum up to at most 1/2, no partial sum exceeds the largest float.
-    const double scale = std::max(1.0, std::exp2(std::ceil(std::log2(largestSum)) + 1.0));
+    const double scale =
+        std::max(1.0, std::exp2(std::ceil(std::log2(largestRowSum(matrix))) + 1.0));
     for (int i = 0; i < 3; ++i) {
         for (int j = 0; j < 3; ++j) {
             factors_.rows[i][j] = static_cast<float>(matrix.rows[i][j] / scale);

@@ -8,7 +8,10 @@ namespace tavrin::colorkit {
 /// Multiplies colours, as columns, by a matrix. Results beyond the largest float become that.
 class MatrixStage final : public IMappingStage {
 public:
-    /// The sum of the magnitudes of each row must be below 2^100.
+    /// What the magnitudes of a row may sum up to: 2^100.
+    static constexpr double kLargestRowSum = 0x1p100;
+
+    /// No row may exceed kLargestRowSum.
     explicit MatrixStage(const Matrix3& matrix);
 
     void apply(PixelBlock& block) const override;

@@ -17,7 +17,7 @@ namespace {
 constexpr int kVersion = 1;
 constexpr std::size_t kMaximumOperators = 64;
 // Reading takes time quadratic in the number of an object's members.
-constexpr std::size_t kMaximumLength = 128 * 1024;
+constexpr std::size_t kMaximumLength = std::size_t{128} * 1024;
 
 constexpr const char* kVersionKey = "version";
 constexpr const char* kOperatorsKey = "operators";

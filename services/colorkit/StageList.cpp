@@ -12,7 +12,13 @@ void StageList::add(std::unique_ptr<const IMappingStage> stage) {
 }
 
 void StageList::addMatrix(const Matrix3& matrix) {
-    pendingMatrix_ = pendingMatrix_ ? matrix * *pendingMatrix_ : matrix;
+    const Matrix3 fused = pendingMatrix_ ? matrix * *pendingMatrix_ : matrix;
+    if (largestRowSum(fused) <= MatrixStage::kLargestRowSum) {
+        pendingMatrix_ = fused;
+    } else {
+        flushMatrix();
+        pendingMatrix_ = matrix;
+    }
 }
 
 std::vector<std::unique_ptr<const IMappingStage>> StageList::take() {

@@ -14,7 +14,7 @@ namespace tavrin::colorkit {
 class StageList {
 public:
     void add(std::unique_ptr<const IMappingStage> stage);
-    /// A matrix on the column (r, g, b).
+    /// A matrix on the column (r, g, b), within the limit of MatrixStage.
     void addMatrix(const Matrix3& matrix);
     /// Hands the stages over; the list is empty afterwards.
     std::vector<std::unique_ptr<const IMappingStage>> take();

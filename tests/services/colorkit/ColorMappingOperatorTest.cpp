@@ -91,6 +91,18 @@ TEST(ColorMappingOperator, FusedMatricesGiveTheProduct) {
     }
 }
 
+TEST(ColorMappingOperator, FactorsBeyondAllFloatsGiveTheLargest) {
+    constexpr float kLargest = std::numeric_limits<float>::max();
+    const std::vector<OperatorValues> many(64, exposure(10.0f));
+    CommonColorMappingContext context;
+    context.displayGamma = 1.0f;
+    context.imageExposure = kLargest;
+    context.viewExposure = kLargest;
+    std::vector<Rgb> row = {{0.0f, 1e-30f, kLargest, 1.0f}};
+    ColorMappingOperator<0>(makePipeline(many), true, {context, kDisplaySize}).mapRow(row, {});
+    EXPECT_EQ(row[0], (Rgb{0.0f, kLargest, kLargest}));
+}
+
 TEST(ColorMappingOperator, AllInstructionSetsAgree) {
     const std::vector<OperatorValues> operators = {
         OperatorValues(HighlightCompressionOperator::kDescriptor),
