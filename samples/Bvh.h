@@ -1,6 +1,5 @@
 #pragma once
 
-#include "foundation/Function.h"
 #include "samples/Shape.h"
 
 #include <cstdint>

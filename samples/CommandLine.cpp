@@ -33,6 +33,7 @@ struct RawArguments {
     std::string output;
     std::string size;
     std::string part;
+    std::int64_t seed = 1;
 };
 
 Path toPath(const std::string& argument) {
@@ -85,9 +86,10 @@ void addOptions(CLI::App& app, RawArguments& raw, CommandLine& line) {
         ->type_name("N")
         ->capture_default_str()
         ->check(CLI::Range(kLeastSamples, kMostSamples));
-    app.add_option("--seed", line.seed, "Start of the random numbers")
+    app.add_option("--seed", raw.seed, "Start of the random numbers")
         ->type_name("N")
-        ->capture_default_str();
+        ->capture_default_str()
+        ->check(CLI::NonNegativeNumber);
     app.add_option("--part", raw.part,
                    "Render only part k of n: its own share of the samples of every pixel")
         ->type_name("k/n");
@@ -139,6 +141,7 @@ Optional<CommandLine> parseCommandLine(int argumentCount, const char* const* arg
         throw UsageError(String::fromUtf8(error.what()));
     }
     line.output = toPath(raw.output);
+    line.seed = static_cast<std::uint64_t>(raw.seed);
     if (app.count("--size") != 0) {
         line.size = parseSize(raw.size);
     }

@@ -19,7 +19,7 @@ public:
 struct CommandLine {
     Path output;
     Pixel size{640, 360};
-    int samples = 32;  ///< per pixel, of all parts together
+    int samples = 24;  ///< per pixel, of all parts together
     std::uint64_t seed = 1;
     int part = 1;  ///< of `parts`, from 1
     int parts = 1;

@@ -194,7 +194,7 @@ void addMarbles(SceneBuilder& builder) {
     const Material chrome = makeMetal({0.85, 0.86, 0.88}, 0.02);
     builder.addSphere({0.42, 0.12, 1.95}, 0.12, chrome);
     builder.addSphere({-1.28, 0.10, 1.75}, 0.10, chrome);
-    builder.addSphere({0.55, 0.085, 2.28}, 0.085, makeGlass({0.3, 2.2, 3.4}));
+    builder.addSphere({0.74, 0.09, 1.68}, 0.09, makeGlass({0.3, 2.2, 3.4}));
     builder.addSphere({-1.60, 0.13, 1.55}, 0.13, makeGlass({3.0, 0.9, 0.25}));
 }
 

@@ -54,8 +54,8 @@ Material::Pattern walnut(const Vector& position) {
     const double rings = 0.5 + 0.5 * std::sin(26 * (warp + 0.12 * position.z));
     const double pores = fractalNoise({1.6 * position.x + shift, 9, 42 * position.z}, 3);
     const double seam = smoothStep(0.0, 0.012, std::min(across, 1 - across));
-    const Spectrum dark{0.070, 0.034, 0.018};
-    const Spectrum light{0.24, 0.125, 0.062};
+    const Spectrum dark{0.075, 0.034, 0.017};
+    const Spectrum light{0.34, 0.175, 0.085};
     const double tone = 0.15 + 0.55 * rings * warp + 0.45 * pores;
     const double shade = (0.85 + 0.3 * cellNoise(int(board), 1, 1)) * (0.25 + 0.75 * seam);
     return {mix(dark, light, tone) * shade, 0.13 + 0.16 * pores + 0.3 * (1 - seam)};

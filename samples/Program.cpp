@@ -8,6 +8,7 @@
 #include "samples/Renderer.h"
 
 #include <chrono>
+#include <filesystem>
 #include <iostream>
 #include <mutex>
 
@@ -56,6 +57,11 @@ image::ChannelImage renderDesk(const CommandLine& line) {
 }
 
 void run(const CommandLine& line) {
+    std::error_code ignored;
+    const Path folder = line.output.parent();
+    if (!folder.isEmpty() && !std::filesystem::is_directory(folder.std(), ignored)) {
+        throw Exception("There is no folder \"" + folder.native() + "\" to save to.");
+    }
     Scheduler::setThreadCount(line.threads);
     const image::ChannelImage image = renderDesk(line);
     const auto saved = image::ExrSaver().save(image, line.output);
