@@ -32,7 +32,7 @@ struct Material {
     Spectrum absorption;
     Function<Pattern(const Vector& position)> pattern;    ///< may be empty
     Function<Spectrum(const Vector& direction)> outside;  ///< of an Opening: radiance
-    int light = -1;        ///< of an Emitter or Opening: index of the light it belongs to
+    int light = -1;        ///< of an Emitter or Opening: LightIndex of the light it belongs to
     int maskChannel = -1;  ///< 0 to 2: channel of the object mask, −1 for none
 
     bool emits() const { return kind == Kind::Emitter || kind == Kind::Opening; }

@@ -52,7 +52,7 @@ Material makeThinGlass(const Spectrum& tint) {
     return material;
 }
 
-Material makeEmitter(const Spectrum& radiance, DeskLight light) {
+Material makeEmitter(const Spectrum& radiance, LightIndex light) {
     Material material;
     material.kind = Material::Kind::Emitter;
     material.color = radiance;

@@ -1,11 +1,9 @@
 #pragma once
 
 #include "samples/Material.h"
+#include "samples/Scene.h"
 
 namespace tavrin::samples {
-
-/// The lights of the desk, as their numbers in Scene.
-enum DeskLight { kKeyLight = 0, kWindowLight = 1, kNeonLight = 2, kFilamentLight = 3 };
 
 /// The channels of the desk's object mask.
 enum DeskMask { kGlassMask = 0, kMetalMask = 1, kCeramicMask = 2 };
@@ -16,7 +14,7 @@ Material makePatterned(Function<Material::Pattern(const Vector&)> pattern, int m
 Material makeMetal(const Spectrum& reflectance, double roughness, double anisotropy = 1);
 Material makeGlass(const Spectrum& absorption);
 Material makeThinGlass(const Spectrum& tint);
-Material makeEmitter(const Spectrum& radiance, DeskLight light);
+Material makeEmitter(const Spectrum& radiance, LightIndex light);
 
 inline constexpr Spectrum kBrass{0.91, 0.72, 0.40};
 inline constexpr Spectrum kSteel{0.72, 0.71, 0.69};

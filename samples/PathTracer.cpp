@@ -99,7 +99,7 @@ void PathTracer::addEmission(const Hit& hit, Path& path) const {
 }
 
 void PathTracer::addSurroundings(Path& path) const {
-    path.result.radiance[kSurroundingsLight] += path.throughput * scene_.getOptions().surroundings;
+    path.result.radiance[kWindowLight] += path.throughput * scene_.getOptions().surroundings;
 }
 
 // The first surface is lit by every light; later ones by one light that is chosen by its estimated

@@ -9,13 +9,11 @@
 
 namespace tavrin::samples {
 
-/// Lights are numbered from 0; every scene has this many.
+/// The lights that every scene may have, by their numbers.
+enum LightIndex { kKeyLight = 0, kWindowLight = 1, kNeonLight = 2, kFilamentLight = 3 };
 inline constexpr int kLightCount = 4;
 inline constexpr std::array<const char*, kLightCount> kLightNames{"Key", "Window", "Neon",
                                                                   "Filament"};
-
-/// The light that the surroundings count as: the window's.
-inline constexpr std::size_t kSurroundingsLight = 1;
 
 /// One value per light.
 template <class T>

@@ -54,7 +54,7 @@ TEST(Furnace, WhiteObjectsShowTheSurroundings) {
 }
 
 // A matt surface of reflectance rho under irradiance E shows the radiance rho E / pi.
-void expectIrradiance(const Scene& scene, DeskLight light, double expected) {
+void expectIrradiance(const Scene& scene, LightIndex light, double expected) {
     const auto statistics = traceOnePixel(scene, lookAt({3, 3, 3}, {0, 0, 0}, 0.05), 40000);
     const double deviation = std::sqrt(statistics.getLight(light).getVarianceOfMean(0));
     EXPECT_LT(deviation, 0.01 * expected);
