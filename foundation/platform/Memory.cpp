@@ -9,6 +9,7 @@
 #include <initializer_list>
 #include <limits>
 #include <new>
+#include <sstream>
 #include <string>
 #include <string_view>
 
@@ -28,16 +29,17 @@ std::uint64_t readNumber(const std::filesystem::path& file) {
     return stream >> number ? number : kUnknown;
 }
 
-/// The sum of the entries of a file of lines "key number [unit]"; missing ones count as 0.
+/// The sum of the entries of a file of lines "key number [unit]"; missing ones count as 0, and
+/// lines of other kinds are passed over.
 std::uint64_t sumEntries(const std::filesystem::path& file,
                          std::initializer_list<std::string_view> keys) {
     std::ifstream stream(file);
-    std::string key;
-    std::uint64_t number = 0;
-    std::string unit;
     std::uint64_t sum = 0;
-    while (stream >> key >> number && std::getline(stream, unit)) {
-        if (std::find(keys.begin(), keys.end(), key) != keys.end()) {
+    for (std::string line; std::getline(stream, line);) {
+        std::istringstream words(line);
+        std::string key;
+        std::uint64_t number = 0;
+        if (words >> key >> number && std::find(keys.begin(), keys.end(), key) != keys.end()) {
             sum += number;
         }
     }

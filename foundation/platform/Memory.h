@@ -12,8 +12,8 @@ namespace platform {
 /// does not tell.
 std::uint64_t availableMemory();
 
-/// The most resident memory that the process has had since it started or since resetPeakMemory(), in
-/// bytes. 0 when the system does not tell.
+/// The most resident memory that the process has had since it started or since resetPeakMemory(),
+/// in bytes. 0 when the system does not tell.
 std::uint64_t getPeakMemory();
 /// Lets the peak start anew at what is resident now, where the system can do that.
 void resetPeakMemory();

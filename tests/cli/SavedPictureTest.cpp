@@ -16,7 +16,7 @@ namespace {
 using image::ChannelImage;
 using image::ElementKind;
 
-/// A picture file as OpenImageIO sees it, in floats.
+/// A picture file in floats, colours as they stand beside alpha.
 struct Picture {
     int width = 0;
     int height = 0;
@@ -29,7 +29,9 @@ struct Picture {
 };
 
 Picture readPicture(const Path& path) {
-    const auto input = OIIO::ImageInput::open(path.std().string());
+    OIIO::ImageSpec asStored;
+    asStored.attribute("oiio:UnassociatedAlpha", 1);
+    const auto input = OIIO::ImageInput::open(path.std().string(), &asStored);
     EXPECT_TRUE(input) << OIIO::geterror();
     if (!input) {
         return {};
