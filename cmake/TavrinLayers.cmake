@@ -24,6 +24,11 @@ if(TAVRIN_SANITIZERS)
     endif()
 endif()
 
+if(TAVRIN_FUZZERS)
+    # Lets a fuzzer see which branches its inputs reach, in all of the product.
+    target_compile_options(tavrin-options INTERFACE -fsanitize=fuzzer-no-link)
+endif()
+
 # Stops the configuration when a source of FOLDER includes a folder that is not in ARGN.
 function(tavrin_check_includes folder)
     file(GLOB_RECURSE sources CONFIGURE_DEPENDS
