@@ -70,11 +70,12 @@ PathSample PathTracer::trace(Pixel pixel, Sampler& sampler) const {
 }
 
 void PathTracer::recordFirstHit(const Hit& hit, Path& path) const {
-    path.result.depth = camera_.getDepth(hit.point.position);
+    path.result.covered = true;
     if (hit.material->kind == Material::Kind::Opening) {
         return;
     }
     path.result.hit = true;
+    path.result.depth = camera_.getDepth(hit.point.position);
     path.result.maskChannel = hit.material->maskChannel;
     const bool back = dot(path.ray.direction, hit.point.geometricNormal) > 0;
     path.result.normal = camera_.toCameraSpace(back ? -hit.point.normal : hit.point.normal);

@@ -9,7 +9,8 @@ namespace tavrin::samples {
 /// What one sample of one pixel has found.
 struct PathSample {
     PerLight<Spectrum> radiance;  ///< by the light that it came from
-    bool hit = false;             ///< something other than the outside is seen
+    bool covered = false;         ///< something is seen, if only the distance in a window
+    bool hit = false;             ///< a surface is seen
     Vector normal;                ///< camera space, of the first surface; 0 without a hit
     /// Colour of the first surface that is not clear glass, seen through it; emitters show their
     /// hue, scaled to at most 1; 0 where the outside is seen.

@@ -26,7 +26,7 @@ void PixelStatistics::add(const PathSample& sample) {
         mask[static_cast<std::size_t>(sample.maskChannel)] = 1;
     }
     mask_.add(mask);
-    coverage_.add({sample.hit ? 1.0 : 0.0});
+    coverage_.add({sample.covered ? 1.0 : 0.0});
     if (sample.hit) {
         depth_.add({sample.depth});
     }

@@ -43,9 +43,9 @@ public:
     const Moments<3>& getLight(std::size_t light) const { return lights_[light]; }
     const Moments<3>& getNormal() const { return normal_; }
     const Moments<3>& getAlbedo() const { return albedo_; }
-    /// The share of samples that hit something.
+    /// The share of samples that see anything.
     double getCoverage() const { return coverage_.getMean(0); }
-    /// The mean depth of the samples that hit something, kNoDepth if none did.
+    /// The mean depth of the samples that hit a surface, kNoDepth if none did.
     double getDepth() const { return depth_.getCount() == 0 ? kNoDepth : depth_.getMean(0); }
     /// The share of samples that hit an object of each mask channel.
     double getMask(std::size_t channel) const { return mask_.getMean(channel); }
