@@ -13,31 +13,6 @@ ParallelLoop::ParallelLoop(std::int64_t begin, std::int64_t end, std::int64_t ra
       longerRanges_((end - begin) % ranges),
       body_(body) {}
 
-void ParallelLoop::help() noexcept {
-    {
-        const std::lock_guard lock(mutex_);
-        if (finished_) {
-            return;
-        }
-        ++helpers_;
-    }
-    work();
-    const std::lock_guard lock(mutex_);
-    if (--helpers_ == 0) {
-        helpersDone_.notify_one();
-    }
-}
-
-void ParallelLoop::finish() {
-    work();
-    std::unique_lock lock(mutex_);
-    finished_ = true;
-    helpersDone_.wait(lock, [this] { return helpers_ == 0; });
-    if (exception_) {
-        std::rethrow_exception(exception_);
-    }
-}
-
 void ParallelLoop::work() noexcept {
     try {
         for (std::int64_t range = next_++; range < ranges_; range = next_++) {
@@ -45,10 +20,15 @@ void ParallelLoop::work() noexcept {
         }
     } catch (...) {
         next_ = ranges_;
-        const std::lock_guard lock(mutex_);
-        if (!exception_) {
-            exception_ = std::current_exception();
+        if (!failed_.exchange(true)) {
+            failure_ = std::current_exception();
         }
+    }
+}
+
+void ParallelLoop::throwFailure() const {
+    if (failure_) {
+        std::rethrow_exception(failure_);
     }
 }
 

@@ -1,7 +1,7 @@
 #include "foundation/Scheduler.h"
 
+#include "foundation/LoopQueue.h"
 #include "foundation/ParallelLoop.h"
-#include "foundation/ThreadSanitizer.h"
 
 #include <tbb/global_control.h>
 #include <tbb/info.h>
@@ -21,27 +21,14 @@ constexpr std::int64_t kRangesPerThread = 32;
 std::mutex limitMutex;
 std::unique_ptr<tbb::global_control> limit;  // guarded by limitMutex
 
-/// Asks a thread of the arena to help with the loop when it gets the time.
-void enqueueHelp(tbb::task_arena& arena, const std::shared_ptr<ParallelLoop>& loop) {
-    threadsanitizer::send(loop.get());
-    const threadsanitizer::IgnoredWrites taskIsSynchronisedByTheLibrary;
-    arena.enqueue([loop] {
-        threadsanitizer::receive(loop.get());
-        loop->help();
-    });
-}
-
 }  // namespace
 
-struct Scheduler::Arenas {
-    static constexpr int kThreads = tbb::task_arena::automatic;
-    static constexpr unsigned kReservedForCallers = 1;
+struct Scheduler::Queues {
+    LoopQueue background{tbb::task_arena::priority::low};
+    LoopQueue normal{tbb::task_arena::priority::normal};
+    LoopQueue interactive{tbb::task_arena::priority::high};
 
-    tbb::task_arena background{kThreads, kReservedForCallers, tbb::task_arena::priority::low};
-    tbb::task_arena normal{kThreads, kReservedForCallers, tbb::task_arena::priority::normal};
-    tbb::task_arena interactive{kThreads, kReservedForCallers, tbb::task_arena::priority::high};
-
-    tbb::task_arena& get(TaskPriority priority) {
+    LoopQueue& get(TaskPriority priority) {
         switch (priority) {
             case TaskPriority::Background:
                 return background;
@@ -54,16 +41,17 @@ struct Scheduler::Arenas {
     }
 };
 
-Scheduler::Scheduler() : arenas_(std::make_unique<Arenas>()) {}
+Scheduler::Scheduler() : queues_(std::make_unique<Queues>()) {}
 Scheduler::~Scheduler() = default;
 
 Scheduler& Scheduler::defaultInstance() {
-    static Scheduler instance;
+    // Never destroyed: threads of the pool may still run while the process ends.
+    static Scheduler& instance = *new Scheduler;
     return instance;
 }
 
 Scheduler& Scheduler::highPriorityInstance() {
-    static Scheduler instance;
+    static Scheduler& instance = *new Scheduler;
     return instance;
 }
 
@@ -106,12 +94,9 @@ void Scheduler::parallelForRanges(std::int64_t begin, std::int64_t end, std::int
         body(begin, end);
         return;
     }
-    const auto loop = std::make_shared<ParallelLoop>(begin, end, ranges, body);
-    tbb::task_arena& arena = arenas_->get(priority);
-    for (std::int64_t helpers = std::min(threads, ranges) - 1; helpers > 0; --helpers) {
-        enqueueHelp(arena, loop);
-    }
-    loop->finish();
+    ParallelLoop loop(begin, end, ranges, body);
+    queues_->get(priority).run(loop, std::min(threads, ranges) - 1);
+    loop.throwFailure();
 }
 
 }  // namespace foundation

@@ -45,8 +45,8 @@ public:
 private:
     Scheduler();
 
-    struct Arenas;
-    std::unique_ptr<Arenas> arenas_;
+    struct Queues;
+    std::unique_ptr<Queues> queues_;
 };
 
 }  // namespace foundation
