@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstring>
 #include <limits>
 
 namespace tavrin {
@@ -11,6 +12,21 @@ TEST(Memory, AvailableMemoryIsPlausible) {
     const std::uint64_t bytes = platform::availableMemory();
     EXPECT_GT(bytes, std::uint64_t{1} << 20);
     EXPECT_LT(bytes, std::uint64_t{1} << 48);
+}
+
+TEST(Memory, ThePeakStaysWhenMemoryIsGivenBackUntilItIsReset) {
+    constexpr std::size_t kBytes = std::size_t{64} << 20;
+    platform::resetPeakMemory();
+    const std::uint64_t before = platform::getPeakMemory();
+    if (before == 0) {
+        GTEST_SKIP() << "The system does not tell.";
+    }
+    void* block = platform::allocatePixelMemory(kBytes);
+    std::memset(block, 1, kBytes);
+    platform::freePixelMemory(block);
+    EXPECT_GE(platform::getPeakMemory(), before + kBytes * 9 / 10);
+    platform::resetPeakMemory();
+    EXPECT_LT(platform::getPeakMemory(), before + kBytes / 2);
 }
 
 }  // namespace
