@@ -11,6 +11,7 @@
 #include <ImfChannelList.h>
 #include <ImfFrameBuffer.h>
 #include <ImfInputFile.h>
+#include <ImfName.h>
 #include <ImfOutputFile.h>
 #include <ImfPartType.h>
 #include <ImfThreading.h>
@@ -126,24 +127,35 @@ Imf::Header makeHeader(const ChannelImage& image) {
     return header;
 }
 
+/// A channel's name as it stands in a file.
+Imf::Name toFileName(const String& name) {
+    if (name.isEmpty()) {
+        throw Exception("File channels must have non-empty names.");
+    }
+    const Imf::Name fileName(name.toUtf8().c_str());
+    if (String::fromUtf8(fileName.text()) != name) {
+        throw Exception("The channel name \"" + name +
+                        "\" is too long or has characters that a file cannot hold.");
+    }
+    return fileName;
+}
+
 void saveImage(const ChannelImage& image, const Path& path) {
     Imf::Header header = makeHeader(image);
     writeExrAttributes(image, header);
     for (const auto& [name, channel] : image.getChannels()) {
-        if (name.isEmpty()) {
-            throw Exception("File channels must have non-empty names.");
-        }
         const Imf::PixelType type = image.hasChannel<float>(name) ? Imf::FLOAT : Imf::UINT;
-        header.channels().insert(name.toUtf8(), Imf::Channel(type));
+        header.channels().insert(toFileName(name).text(), Imf::Channel(type));
     }
     BinaryFileOutputStream stream(path);
+    const std::string fileName = path.native().toUtf8();
+    ExrOStreamAdapter adapter(fileName.c_str(), stream);
     {
-        const std::string fileName = path.native().toUtf8();
-        ExrOStreamAdapter adapter(fileName.c_str(), stream);
         Imf::OutputFile file(adapter, header, adoptThreadCount());
         file.setFrameBuffer(makeFrameBuffer(header, image));
         file.writePixels(image.getDataWindow().height());
     }
+    adapter.checkFailure();
     stream.commit();
 }
 

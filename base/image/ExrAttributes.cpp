@@ -10,6 +10,7 @@
 #include <ImfVecAttribute.h>
 
 #include <algorithm>
+#include <limits>
 #include <string_view>
 
 namespace tavrin::image {
@@ -83,10 +84,10 @@ const std::map<std::string_view, AttributeReader>& getAttributeReaders() {
 
 std::string toAscii(const String& text) {
     std::string ascii;
-    for (const char16_t unit : text.view()) {
-        // The second half of a surrogate pair belongs to a character that has been written.
-        if (unit < 0xDC00 || unit > 0xDFFF) {
-            ascii += unit < 0x80 ? static_cast<char>(unit) : '_';
+    for (const char byte : text.toUtf8()) {
+        // The first byte of a character, the others of which are from 0x80 to 0xBF.
+        if ((byte & 0xC0) != 0x80) {
+            ascii += (byte & 0x80) == 0 ? byte : '_';
         }
     }
     return ascii;

@@ -9,15 +9,17 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <map>
 #include <set>
 #include <string>
+#include <string_view>
 
 namespace tavrin::image {
 namespace {
 
 /// Walks over the raw bytes of a header: name, type, length, value for each attribute, names and
-/// types ending in NUL; an empty name ends the header. A list of
-/// channels is names with data of fixed length, ended the same way.
+/// types ending in NUL; an empty name ends the header. A list of channels is names with data of
+/// fixed length, ended the same way.
 class HeaderWalker {
 public:
     explicit HeaderWalker(BinaryFileInputStream& stream) : stream_(stream) {}
@@ -35,8 +37,9 @@ public:
                 throw Exception("Its header attribute \"" + String::fromUtf8(name) +
                                 "\" is longer than the file.");
             }
-            if (type == "chlist") {
-                checkChannels(end);
+            checkLength(name, type, length);
+            if (type == "chlist" && !checkChannels(end)) {
+                throwWrongLength(name);
             }
             stream_.seek(end);
         }
@@ -48,18 +51,42 @@ private:
     // Pixel type, linearity with padding, and the two samplings.
     static constexpr std::uint64_t kChannelDataSize = 16;
 
-    void checkChannels(std::uint64_t end) {
+    // The library reads as many bytes as a type takes, whatever the length says: what follows would
+    // be another header for it than the one that is looked through here.
+    static void checkLength(const std::string& name, const std::string& type,
+                            std::uint64_t length) {
+        static const std::map<std::string_view, std::uint64_t> lengths = {
+            {"box2f", 16},         {"box2i", 16},    {"chromaticities", 32},
+            {"compression", 1},    {"double", 8},    {"envmap", 1},
+            {"deepImageState", 1}, {"float", 4},     {"int", 4},
+            {"keycode", 28},       {"lineOrder", 1}, {"m33d", 72},
+            {"m33f", 36},          {"m44d", 128},    {"m44f", 64},
+            {"rational", 8},       {"tiledesc", 9},  {"timecode", 8},
+            {"v2d", 16},           {"v2f", 8},       {"v2i", 8},
+            {"v3d", 24},           {"v3f", 12},      {"v3i", 12},
+        };
+        const auto found = lengths.find(type);
+        if ((found != lengths.end() && found->second != length) ||
+            (type == "floatvector" && length % sizeof(float) != 0)) {
+            throwWrongLength(name);
+        }
+    }
+
+    [[noreturn]] static void throwWrongLength(const std::string& name) {
+        throw Exception("Its header attribute \"" + String::fromUtf8(name) +
+                        "\" has a length that its type does not have.");
+    }
+
+    /// True when the list ends where its attribute does.
+    bool checkChannels(std::uint64_t end) {
         std::set<std::string> names;
-        while (stream_.getPosition() < end) {
-            const std::string name = readName();
-            if (name.empty()) {
-                return;
-            }
+        for (std::string name = readName(); !name.empty(); name = readName()) {
             if (!names.insert(name).second) {
                 throw Exception("File stores duplicate channels.");
             }
-            stream_.seek(std::min(stream_.getPosition() + kChannelDataSize, end));
+            stream_.seek(stream_.getPosition() + kChannelDataSize);
         }
+        return stream_.getPosition() == end;
     }
 
     std::string readName() {
@@ -90,41 +117,41 @@ private:
 
 /// What a compression method can do at best, and how it cuts an image into chunks.
 struct CompressionLimit {
-    double ratio;          ///< raw bytes for each stored byte, at most
-    double bytesPerChunk;  ///< that each chunk stores whatever its pixels are
-    int linesPerChunk;     ///< of scan-line files
+    double ratio;       ///< raw bytes for each stored byte, at most
+    int linesPerChunk;  ///< of scan-line files
 };
 
 // Deflate stores at best 258 bytes in two bits (RFC 1951).
 constexpr double kDeflateRatio = 1032.0;
-// Runs of 128 bytes are stored in two bytes.
+// Runs of 128 bytes are stored in two bytes. DWA deflates such runs again; flat blocks of 64
+// floats, 256 bytes, become two values of two bytes that are deflated, which comes to the same
+// ratio.
 constexpr double kRunLengthRatio = 64.0;
 
 CompressionLimit getCompressionLimit(Imf::Compression compression) {
     switch (compression) {
         case Imf::NO_COMPRESSION:
-            return {1.0, 0.0, 1};
+            return {1.0, 1};
         case Imf::RLE_COMPRESSION:
-            return {kRunLengthRatio, 0.0, 1};
+            return {kRunLengthRatio, 1};
         case Imf::ZIPS_COMPRESSION:
-            return {kDeflateRatio, 0.0, 1};
+            return {kDeflateRatio, 1};
         case Imf::ZIP_COMPRESSION:
-            return {kDeflateRatio, 0.0, 16};
+            return {kDeflateRatio, 16};
         case Imf::PIZ_COMPRESSION:
             // Huffman codes of one bit with run lengths up to 255: 256 two-byte values in ten bits.
-            return {410.0, 0.0, 32};
+            return {410.0, 32};
         case Imf::PXR24_COMPRESSION:
             // Floats lose one byte of four before deflate.
-            return {kDeflateRatio * 4.0 / 3.0, 0.0, 16};
+            return {kDeflateRatio * 4.0 / 3.0, 16};
         case Imf::B44_COMPRESSION:
         case Imf::B44A_COMPRESSION:
             // A flat block of 16 half values takes three bytes; other types are stored as they are.
-            return {32.0 / 3.0, 0.0, 32};
+            return {32.0 / 3.0, 32};
         case Imf::DWAA_COMPRESSION:
+            return {kDeflateRatio * kRunLengthRatio, 32};
         case Imf::DWAB_COMPRESSION:
-            // Runs may be deflated again; the chunk starts with a header of eleven numbers.
-            return {kDeflateRatio * kRunLengthRatio, 88.0,
-                    compression == Imf::DWAA_COMPRESSION ? 32 : 256};
+            return {kDeflateRatio * kRunLengthRatio, 256};
         default:
             throw Exception("Its compression method is unknown.");
     }
@@ -194,8 +221,8 @@ void checkExrPixelLimits(const Imf::Header& header, bool isTiled, std::uint64_t 
     const CompressionLimit limit = getCompressionLimit(header.compression());
     // An entry in the table of chunks, and the chunk's own position and length.
     constexpr double kBytesPerChunk = 16.0;
-    const double leastFileSize = promise.getChunkCount() * (kBytesPerChunk + limit.bytesPerChunk) +
-                                 promise.getStoredSize() / limit.ratio;
+    const double leastFileSize =
+        promise.getChunkCount() * kBytesPerChunk + promise.getStoredSize() / limit.ratio;
     const String text = "Its header promises " + toText(promise.width) + " x " +
                         toText(promise.height) + " pixels in " +
                         toText(promise.sizes.inMemory / kValueSize) + " channels, ";

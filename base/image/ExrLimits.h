@@ -9,8 +9,9 @@
 namespace tavrin::image {
 
 /// Looks through the raw header of an OpenEXR file, which starts where the stream stands, before
-/// the library reads it. Throws an Exception for two attributes or two channels of one name and for
-/// an attribute that claims to be longer than the file, which the library would make room for.
+/// the library reads it. Throws an Exception for two attributes or two channels of one name, for an
+/// attribute that claims to be longer than the file, which the library would make room for, and for
+/// one whose length is not that of its type.
 void checkExrStructure(BinaryFileInputStream& stream);
 
 /// Throws an Exception when the pixels that the header promises do not fit in memory, or could not
