@@ -6,7 +6,6 @@
 #include "foundation/Exception.h"
 #include "foundation/Scheduler.h"
 
-
 #include <cstdint>
 #include <cstdlib>
 #include <filesystem>
