@@ -53,9 +53,9 @@ private:
 
 template <class Target, class P>
 void writeRows(const Target& target, const BitmapImpl<P>& bitmap) {
-    forEachRow(bitmap.getHeight(), [&](std::int64_t y) {
-        const auto to = target.row(int(y));
-        const auto from = bitmap.row(int(y));
+    forEachRow(bitmap.getSize(), [&](int y) {
+        const auto to = target.row(y);
+        const auto from = bitmap.row(y);
         for (std::size_t x = 0; x < from.size(); ++x) {
             to.set(x, from[x]);
         }
@@ -65,9 +65,8 @@ void writeRows(const Target& target, const BitmapImpl<P>& bitmap) {
 template <class From, class To, class Convert>
 void flipRows(const BitmapImpl<From>& source, BitmapImpl<To>& destination, Convert convert) {
     const int height = source.getHeight();
-    forEachRow(height, [&](std::int64_t y) {
-        std::ranges::transform(source.row(height - 1 - int(y)), destination.row(int(y)).begin(),
-                               convert);
+    forEachRow(source.getSize(), [&](int y) {
+        std::ranges::transform(source.row(height - 1 - y), destination.row(y).begin(), convert);
     });
 }
 
@@ -191,8 +190,9 @@ void blackenNans(ChannelImage& image) {
         if (channel == nullptr || isDenoisedElementName(name)) {
             continue;
         }
-        const std::size_t width = channel->getWidth();
-        forEachRow(channel->getHeight(), [channel, width](std::int64_t y) {
+        const Pixel size = {int(channel->getWidth()), int(channel->getHeight())};
+        const auto width = std::size_t(size.x);
+        forEachRow(size, [channel, width](int y) {
             for (float& value : channel->getValues().subspan(std::size_t(y) * width, width)) {
                 value = std::isnan(value) ? 0.0f : value;
             }

@@ -98,7 +98,7 @@ void convertHalfChannels(const Imf::Header& header, ChannelImage& image) {
         }
         auto& channel = image.getChannel<float>(String::fromUtf8(item.name()));
         const std::size_t width = channel.getWidth();
-        forEachRow(channel.getHeight(), [&channel, width](std::int64_t y) {
+        forEachRow(image.getDataWindow().size(), [&channel, width](int y) {
             convertHalfValues(channel.getData() + std::size_t(y) * width, width);
         });
     }
@@ -179,9 +179,24 @@ Result<void> ExrSaver::save(const ChannelImage& image, const Path& path) const {
 }
 
 void convertHalfValues(float* values, std::size_t count) {
+    // Without branches and tables, so that the compiler makes vector instructions of it.
+    constexpr std::uint32_t kInfinity = 0x7C00;
+    constexpr std::uint32_t kSmallestNormal = 0x0400;
+    // 2^-24, the unit of subnormal halves.
+    constexpr float kSubnormalUnit = 0x1p-24f;
+    // From the exponent's bias of a half, 15, to that of a float, 127.
+    constexpr std::uint32_t kRebias = (127 - 15) << 23;
     for (std::size_t i = 0; i < count; ++i) {
-        const auto bits = static_cast<std::uint16_t>(std::bit_cast<std::uint32_t>(values[i]));
-        values[i] = imath_half_to_float(bits);
+        const std::uint32_t half = std::bit_cast<std::uint32_t>(values[i]);
+        const std::uint32_t sign = (half & 0x8000) << 16;
+        const std::uint32_t magnitude = half & 0x7FFF;
+        const std::uint32_t normal = (magnitude << 13) + kRebias;
+        const auto subnormal = std::bit_cast<std::uint32_t>(
+            static_cast<float>(static_cast<std::int32_t>(magnitude)) * kSubnormalUnit);
+        // Infinity and NaN have the largest exponent in both types.
+        const std::uint32_t large = magnitude >= kInfinity ? normal + kRebias : normal;
+        const std::uint32_t bits = magnitude < kSmallestNormal ? subnormal : large;
+        values[i] = std::bit_cast<float>(bits | sign);
     }
 }
 

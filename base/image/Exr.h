@@ -13,16 +13,16 @@ public:
     Result<ChannelImage> load(const Path& path) const override;
 };
 
-/// Writes an image as a scan-line OpenEXR file with ZIP compression: float channels as FLOAT,
-/// unsigned ones as UINT, every attribute that OpenEXR has a type for. The file appears whole or
-/// not at all. Any thread.
+/// Writes an image, whose channels have the data window's size, as a scan-line OpenEXR file with ZIP
+/// compression: float channels as FLOAT, unsigned ones as UINT, every attribute that OpenEXR has a
+/// type for. The file appears whole or not at all. Any thread.
 class ExrSaver final : public ChannelImage::ISaver {
 public:
     Result<void> save(const ChannelImage& image, const Path& path) const override;
 };
 
 /// Replaces the half values in the low two bytes of each of `count` four-byte slots by the equal
-/// floats, bit for bit as in the half type's conversion table.
+/// floats, bit for bit as the half type's conversion table has them, NaN included.
 void convertHalfValues(float* values, std::size_t count);
 
 /// The message for a failure with the given text while working on a file: it names the file and is

@@ -249,8 +249,8 @@ int limitExrThreadCount(const Imf::Header& header, bool isTiled, int available) 
     // The library keeps two chunks for each thread, each with the compressed and the raw bytes and
     // the compressor's own copy.
     constexpr double kBuffersPerThread = 2.0 * 3.0;
-    constexpr double kPartOfImage = 0.1;
-    constexpr double kAlwaysAllowed = 64.0 * 1048576.0;
+    constexpr double kPartOfImage = 0.12;
+    constexpr double kAlwaysAllowed = 12.0 * 1048576.0;
     const double perThread =
         promise.chunkWidth * promise.chunkHeight * promise.sizes.stored * kBuffersPerThread;
     const double budget = std::max(promise.getMemorySize() * kPartOfImage, kAlwaysAllowed);

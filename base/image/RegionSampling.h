@@ -23,9 +23,9 @@ BitmapImpl<P> sampleRegion(const Source& source, const Bucket& region, float sca
     const auto width = std::size_t(result.getWidth());
     const auto x0 = std::size_t(region.x0);
     if (scale == 1.0f) {
-        forEachRow(result.getHeight(), [&](std::int64_t y) {
-            const auto from = source.row(region.y0 + int(y));
-            P* to = result.row(int(y)).data();
+        forEachRow(size, [&](int y) {
+            const auto from = source.row(region.y0 + y);
+            P* to = result.row(y).data();
             for (std::size_t x = 0; x < width; ++x) {
                 to[x] = from[x0 + x];
             }
@@ -34,9 +34,9 @@ BitmapImpl<P> sampleRegion(const Source& source, const Bucket& region, float sca
     }
     const std::vector<int> columns = getSampleIndices(size.x, region.width(), scale);
     const std::vector<int> rows = getSampleIndices(size.y, region.height(), scale);
-    forEachRow(result.getHeight(), [&](std::int64_t y) {
+    forEachRow(size, [&](int y) {
         const auto from = source.row(region.y0 + rows[std::size_t(y)]);
-        P* to = result.row(int(y)).data();
+        P* to = result.row(y).data();
         for (std::size_t x = 0; x < width; ++x) {
             to[x] = from[x0 + std::size_t(columns[x])];
         }

@@ -1,25 +1,32 @@
 #pragma once
 
+#include "foundation/Geometry.h"
 #include "foundation/Scheduler.h"
 
+#include <algorithm>
 #include <cstdint>
 
 namespace tavrin::image {
 
-/// Up to this many rows a loop runs on the calling thread: handing them out would cost more.
-inline constexpr std::int64_t kLargestSerialHeight = 12;
-
-/// Calls body(y) for every row of [0, height), in parallel where there are enough of them, and
-/// waits for all.
+/// Calls body(y) for every row of a plane of pixels, in parallel where there is enough to do, and
+/// waits for all. Up to 12 rows, and planes of a few thousand pixels, run on the calling thread:
+/// handing them out would cost more.
 template <class Body>
-void forEachRow(std::int64_t height, const Body& body) {
-    if (height > kLargestSerialHeight) {
-        Scheduler::defaultInstance().parallelFor(0, height, TaskPriority::Normal, body);
+void forEachRow(Pixel size, const Body& body) {
+    constexpr int kLargestSerialHeight = 12;
+    constexpr int kPixelsPerTask = 32768;
+    const auto run = [&body](std::int64_t from, std::int64_t to) {
+        for (std::int64_t y = from; y < to; ++y) {
+            body(static_cast<int>(y));
+        }
+    };
+    if (size.y <= kLargestSerialHeight) {
+        run(0, size.y);
         return;
     }
-    for (std::int64_t y = 0; y < height; ++y) {
-        body(y);
-    }
+    const std::int64_t rowsPerTask = kPixelsPerTask / std::max(size.x, 1) + 1;
+    Scheduler::defaultInstance().parallelForRanges(0, size.y, rowsPerTask, TaskPriority::Normal,
+                                                   run);
 }
 
 }  // namespace tavrin::image

@@ -118,15 +118,13 @@ TEST(ChannelImage, BlackensNansOnlyWhereTheyAreNotMeant) {
         integers->resize(window.size());
         std::ranges::fill(integers->getValues(), 0x7FC00001u);
         image.setChannel(std::move(integers));
-        const Planes before = getPlanes(image);
-        Planes expected = before;
         for (const char* name : {"R", "DenoisedSpecular.R", "xDenoised"}) {
             const auto values = image.getChannel<float>(name).getValues();
             values.front() = kInfinity;
             values[1] = -kNan;
             values.back() = kNan;
         }
-        expected = getPlanes(image);
+        Planes expected = getPlanes(image);
         for (const char* name : {"R", "xDenoised"}) {
             expected[name][1] = expected[name].back() = 0;
         }
