@@ -31,7 +31,8 @@ TEST_P(ExrMemory, LoadingTakesLittleMoreThanTheChannels) {
         GTEST_SKIP() << "What the process takes is not what the image takes, or is not known.";
     }
     const Storage& storage = GetParam();
-    const Imath::Box2i window{{0, 0}, {2047, 1023}};
+    // So high that a chunk of 256 lines, which the library needs as a whole, is a small part.
+    const Imath::Box2i window{{0, 0}, {1023, 2047}};
     TestExr::ChannelTypes channels = TestExr::rgb(storage.type);
     for (const char* name :
          {"Key.R", "Key.G", "Key.B", "Fill.R", "Fill.G", "Fill.B", "Z", "W", "A"}) {
