@@ -132,6 +132,7 @@ void benchRegion(benchmark::State& state, const std::string& file) {
 void benchLoadMemory(benchmark::State& state, const std::string& file) {
     for (auto iteration : state) {
         static_cast<void>(iteration);
+        platform::releaseUnusedPixelMemory();
         platform::resetPeakMemory();
         const auto before = double(platform::getPeakMemory());
         const ChannelImage image = loadOrThrow(file);

@@ -187,15 +187,17 @@ void convertHalfValues(float* values, std::size_t count) {
     // From the exponent's bias of a half, 15, to that of a float, 127.
     constexpr std::uint32_t kRebias = (127 - 15) << 23;
     for (std::size_t i = 0; i < count; ++i) {
-        const std::uint32_t half = std::bit_cast<std::uint32_t>(values[i]);
+        const auto half = std::bit_cast<std::uint32_t>(values[i]);
         const std::uint32_t sign = (half & 0x8000) << 16;
         const std::uint32_t magnitude = half & 0x7FFF;
-        const std::uint32_t normal = (magnitude << 13) + kRebias;
+        // All bits where the condition holds.
+        const std::uint32_t isSubnormal = 0u - std::uint32_t(magnitude < kSmallestNormal);
+        const std::uint32_t isNotFinite = 0u - std::uint32_t(magnitude >= kInfinity);
         const auto subnormal = std::bit_cast<std::uint32_t>(
             static_cast<float>(static_cast<std::int32_t>(magnitude)) * kSubnormalUnit);
         // Infinity and NaN have the largest exponent in both types.
-        const std::uint32_t large = magnitude >= kInfinity ? normal + kRebias : normal;
-        const std::uint32_t bits = magnitude < kSmallestNormal ? subnormal : large;
+        const std::uint32_t normal = (magnitude << 13) + kRebias + (isNotFinite & kRebias);
+        const std::uint32_t bits = (subnormal & isSubnormal) | (normal & ~isSubnormal);
         values[i] = std::bit_cast<float>(bits | sign);
     }
 }

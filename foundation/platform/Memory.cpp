@@ -1,6 +1,7 @@
 #include "foundation/platform/Memory.h"
 
 #include <sys/mman.h>
+#include <tbb/scalable_allocator.h>
 
 #include <algorithm>
 #include <cstdlib>
@@ -82,6 +83,35 @@ std::uint64_t controlGroupAvailable() {
     return available;
 }
 
+#ifdef TAVRIN_SANITIZED
+// The sanitizers watch over the memory of the standard library only.
+void* allocateAligned(std::size_t bytes) {
+    void* block = nullptr;
+    return posix_memalign(&block, kCacheLine, bytes) == 0 ? block : nullptr;
+}
+
+void freeAligned(void* block) noexcept {
+    std::free(block);
+}
+
+void releaseUnused() {}
+#else
+// Keeps blocks that have been given back for the next ones of about their size: a bitmap is made
+// for every repaint, and fresh pages from the system would take several times as long as its
+// pixels.
+void* allocateAligned(std::size_t bytes) {
+    return scalable_aligned_malloc(bytes, kCacheLine);
+}
+
+void freeAligned(void* block) noexcept {
+    scalable_aligned_free(block);
+}
+
+void releaseUnused() {
+    scalable_allocation_command(TBBMALLOC_CLEAN_ALL_BUFFERS, nullptr);
+}
+#endif
+
 }  // namespace
 
 std::uint64_t availableMemory() {
@@ -98,21 +128,27 @@ void resetPeakMemory() {
 }
 
 void* allocatePixelMemory(std::size_t bytes) {
-    const std::size_t alignment = bytes >= 2 * kLargePage ? kLargePage : kCacheLine;
-    void* block = nullptr;
-    if (posix_memalign(&block, alignment, bytes) != 0) {
+    void* block = allocateAligned(bytes);
+    if (block == nullptr) {
         throw std::bad_alloc();
     }
-    if (alignment == kLargePage) {
-        // Only whole large pages, so that the block's end takes no more memory than it needs.
+    if (bytes >= 2 * kLargePage) {
+        // Only the whole large pages inside, so that the block takes no more memory than it needs.
         // A refusal costs nothing but speed.
-        static_cast<void>(madvise(block, bytes / kLargePage * kLargePage, MADV_HUGEPAGE));
+        const auto start = reinterpret_cast<std::uintptr_t>(block);
+        const std::uintptr_t first = (start + kLargePage - 1) / kLargePage * kLargePage;
+        const std::uintptr_t last = (start + bytes) / kLargePage * kLargePage;
+        static_cast<void>(madvise(reinterpret_cast<void*>(first), last - first, MADV_HUGEPAGE));
     }
     return block;
 }
 
 void freePixelMemory(void* block) noexcept {
-    std::free(block);
+    freeAligned(block);
+}
+
+void releaseUnusedPixelMemory() {
+    releaseUnused();
 }
 
 }  // namespace platform

@@ -22,7 +22,11 @@ void resetPeakMemory();
 /// out so that the system can back them with large pages. Throws std::bad_alloc. May be called from
 /// any thread; the block is given back with freePixelMemory.
 void* allocatePixelMemory(std::size_t bytes);
+/// May keep the block for the next one of about its size.
 void freePixelMemory(void* block) noexcept;
+/// Gives the system back what freePixelMemory has kept: worth its time when a large image has been
+/// closed. May be called from any thread.
+void releaseUnusedPixelMemory();
 
 }  // namespace platform
 }  // namespace foundation
