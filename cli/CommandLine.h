@@ -1,19 +1,13 @@
 #pragma once
 
-#include "foundation/Exception.h"
 #include "foundation/Optional.h"
 #include "foundation/Path.h"
+#include "foundation/ProgramMain.h"
 #include "foundation/String.h"
 
 #include <vector>
 
 namespace tavrin::cli {
-
-/// A command line that cannot be carried out as it stands.
-class UsageError : public Exception {
-public:
-    using Exception::Exception;
-};
 
 enum class ProgressMode { Auto, Always, Never };
 

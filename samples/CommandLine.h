@@ -1,19 +1,13 @@
 #pragma once
 
-#include "foundation/Exception.h"
 #include "foundation/Geometry.h"
 #include "foundation/Optional.h"
 #include "foundation/Path.h"
+#include "foundation/ProgramMain.h"
 
 #include <cstdint>
 
 namespace tavrin::samples {
-
-/// A command line that cannot be carried out as it stands.
-class UsageError : public Exception {
-public:
-    using Exception::Exception;
-};
 
 /// What the user asked for.
 struct CommandLine {

@@ -13,9 +13,9 @@ public:
     Result<ChannelImage> load(const Path& path) const override;
 };
 
-/// Writes an image, whose channels have the data window's size, as a scan-line OpenEXR file with ZIP
-/// compression: float channels as FLOAT, unsigned ones as UINT, every attribute that OpenEXR has a
-/// type for. The file appears whole or not at all. Any thread.
+/// Writes an image, whose channels have the data window's size, as a scan-line OpenEXR file with
+/// ZIP compression: float channels as FLOAT, unsigned ones as UINT, every attribute that OpenEXR
+/// has a type for. The file appears whole or not at all. Any thread.
 class ExrSaver final : public ChannelImage::ISaver {
 public:
     Result<void> save(const ChannelImage& image, const Path& path) const override;
