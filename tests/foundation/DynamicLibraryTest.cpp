@@ -25,9 +25,5 @@ TEST(DynamicLibrary, MissingModuleIsNamedWithTheReason) {
                       HasSubstr("No such file")));
 }
 
-TEST(DynamicLibrary, ProgramFolderHoldsTheProgram) {
-    EXPECT_TRUE(std::filesystem::exists((platform::getProgramFolder() / "foundation-tests").std()));
-}
-
 }  // namespace
 }  // namespace tavrin

@@ -21,6 +21,11 @@ class FileReplacementTest : public testing::Test {
 protected:
     static void write(const Path& path, const char* text) { std::ofstream(path.std()) << text; }
     static String read(const Path& path) { return readTextFile(path, 1000); }
+    static void replace(const Path& target) {
+        FileReplacement replacement(target);
+        write(replacement.getPath(), "new");
+        replacement.commit();
+    }
     std::vector<std::string> names() const {
         std::vector<std::string> names;
         for (const auto& entry : fs::directory_iterator(folder_.path().std())) {
@@ -36,7 +41,6 @@ protected:
 TEST_F(FileReplacementTest, NewFileAppearsAtCommit) {
     FileReplacement replacement(folder_ / "new.exr");
     EXPECT_EQ(replacement.getPath().extension(), "exr");
-    EXPECT_EQ(replacement.getPath().parent(), folder_.path());
     write(replacement.getPath(), "new");
     EXPECT_FALSE(fs::exists((folder_ / "new.exr").std()));
     replacement.commit();
@@ -46,54 +50,40 @@ TEST_F(FileReplacementTest, NewFileAppearsAtCommit) {
 
 TEST_F(FileReplacementTest, WithoutCommitNothingChanges) {
     write(folder_ / "old.exr", "old");
-    {
-        const FileReplacement existing(folder_ / "old.exr");
-        write(existing.getPath(), "new");
-        const FileReplacement missing(folder_ / "missing");
-        write(missing.getPath(), "new");
-    }
+    write(FileReplacement(folder_ / "old.exr").getPath(), "new");
     EXPECT_THAT(names(), ElementsAre("old.exr"));
     EXPECT_EQ(read(folder_ / "old.exr"), "old");
 }
 
 TEST_F(FileReplacementTest, FailedCommitLeavesNothingBehind) {
-    {
+    const auto commitToFolder = [this] {
         FileReplacement replacement(folder_ / "target");
-        write(replacement.getPath(), "new");
         fs::create_directory((folder_ / "target").std());
-        EXPECT_THAT(messageOf([&] { replacement.commit(); }), HasSubstr("target\" cannot be"));
-    }
+        replacement.commit();
+    };
+    EXPECT_THAT(messageOf(commitToFolder), HasSubstr("target\" cannot be"));
     EXPECT_THAT(names(), ElementsAre("target"));
 }
 
-TEST_F(FileReplacementTest, AccessRightsOfTheTargetAreKept) {
-    const auto rights = [&] { return fs::status((folder_ / "old").std()).permissions(); };
-    write(folder_ / "old", "old");
-    for (const unsigned mode : {0600u, 0664u, 0777u}) {
-        fs::permissions((folder_ / "old").std(), fs::perms(mode));
-        FileReplacement replacement(folder_ / "old");
-        write(replacement.getPath(), "new");
-        replacement.commit();
-        EXPECT_EQ(rights(), fs::perms(mode));
+TEST_F(FileReplacementTest, AccessRightsAreKeptButNotTheIdentityOfTheOwner) {
+    const fs::path target = (folder_ / "old").std();
+    for (const auto& [before, after] :
+         {std::pair{0600u, 0600u}, {0664u, 0664u}, {0777u, 0777u}, {04755u, 0755u}}) {
+        write(target, "old");
+        fs::permissions(target, fs::perms(before));
+        replace(target);
+        EXPECT_EQ(fs::status(target).permissions(), fs::perms(after));
+        EXPECT_EQ(read(target), "new");
     }
-    EXPECT_EQ(read(folder_ / "old"), "new");
-}
-
-TEST_F(FileReplacementTest, ReplacedFileDoesNotInheritItsOwnersIdentity) {
-    write(folder_ / "old", "old");
-    fs::permissions((folder_ / "old").std(), fs::perms(04755));
-    FileReplacement(folder_ / "old").commit();
-    EXPECT_EQ(fs::status((folder_ / "old").std()).permissions(), fs::perms(0755));
 }
 
 TEST_F(FileReplacementTest, LinkIsKeptAndItsTargetReplaced) {
+    const fs::path link = (folder_ / "link.exr").std();
     fs::create_directory((folder_ / "store").std());
     write(folder_ / "store/real.exr", "old");
-    fs::create_symlink("store/real.exr", (folder_ / "link.exr").std());
-    FileReplacement replacement(folder_ / "link.exr");
-    write(replacement.getPath(), "new");
-    replacement.commit();
-    EXPECT_TRUE(fs::is_symlink((folder_ / "link.exr").std()));
+    fs::create_symlink("store/real.exr", link);
+    replace(link);
+    EXPECT_TRUE(fs::is_symlink(link));
     EXPECT_EQ(read(folder_ / "store/real.exr"), "new");
     EXPECT_THAT(names(), ElementsAre("link.exr", "store"));
 }
@@ -105,7 +95,6 @@ TEST_F(FileReplacementTest, UnusableTargetsAreRefusedAtOnce) {
         const char* reason;
     } cases[] = {
         {folder_ / "missing/new.exr", "No such file"},
-        {folder_ / "file/new.exr", "Not a directory"},
         {folder_.path(), "it is a folder"},
         {folder_ / std::string(300, 'x'), "File name too long"},
     };

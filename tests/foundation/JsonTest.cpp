@@ -12,9 +12,8 @@ using testing::HasSubstr;
 using tests::codeUnits;
 using tests::toText;
 
-std::string nested(int levels, const std::string& innermost) {
-    return std::string(std::size_t(levels), '[') + innermost +
-           std::string(std::size_t(levels), ']');
+String nested(std::size_t levels, const std::string& innermost) {
+    return String::fromUtf8(std::string(levels, '[') + innermost + std::string(levels, ']'));
 }
 
 TEST(Json, KeepsTheOrderOfMembers) {
@@ -24,16 +23,14 @@ TEST(Json, KeepsTheOrderOfMembers) {
 }
 
 TEST(Json, NestingIsLimited) {
-    for (const char* innermost : {"", "1", "{}"}) {
-        const int levels = innermost == std::string("{}") ? 63 : 64;
-        EXPECT_TRUE(parseJson(String::fromUtf8(nested(levels, innermost))).has_value());
-        const auto tooDeep = parseJson(String::fromUtf8(nested(levels + 1, innermost)));
+    for (const auto& [levels, innermost] : {std::pair{64u, ""}, {64u, "1"}, {63u, "{}"}}) {
+        EXPECT_TRUE(parseJson(nested(levels, innermost)).has_value());
+        const auto tooDeep = parseJson(nested(levels + 1, innermost));
         ASSERT_FALSE(tooDeep.has_value()) << innermost;
         EXPECT_EQ(tooDeep.error(), "The text is nested too deeply.");
     }
     // Deep enough to exhaust the stack of a recursive parser.
-    EXPECT_FALSE(parseJson(String::fromUtf8(nested(1'000'000, ""))).has_value());
-    EXPECT_FALSE(parseJson(String::fromUtf8(std::string(1'000'000, '['))).has_value());
+    EXPECT_FALSE(parseJson(nested(1'000'000, "")).has_value());
 }
 
 TEST(Json, BadTextIsAFailureThatSaysWhere) {

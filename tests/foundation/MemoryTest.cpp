@@ -3,15 +3,13 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
-#include <limits>
 
 namespace tavrin {
 namespace {
 
 TEST(Memory, AvailableMemoryIsPlausible) {
-    const std::uint64_t bytes = platform::availableMemory();
-    EXPECT_GT(bytes, std::uint64_t{1} << 20);
-    EXPECT_LT(bytes, std::uint64_t{1} << 48);
+    EXPECT_GT(platform::availableMemory(), std::uint64_t{1} << 20);
+    EXPECT_LT(platform::availableMemory(), std::uint64_t{1} << 48);
 }
 
 TEST(Memory, ThePeakStaysWhenMemoryIsGivenBackUntilItIsReset) {

