@@ -1,5 +1,7 @@
+#include "foundation/BinaryFileInputStream.h"
 #include "services/imageio/SaveImage.h"
 #include "tests/services/imageio/TestPicture.h"
+#include "tests/support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 
@@ -27,13 +29,6 @@ std::string messageOf(const Result<void>& answer) {
     return answer ? "success" : answer.error().toUtf8();
 }
 
-std::string readText(const Path& path) {
-    std::ifstream stream(path.std());
-    std::string text;
-    std::getline(stream, text);
-    return text;
-}
-
 TEST(SaveImageFailureTest, SaysWhyAPictureCannotBeWritten) {
     const ImageSaveSettings halves{.bitDepth = BitDepth::Half, .quality = {}, .compression = {}};
     const struct {
@@ -45,7 +40,6 @@ TEST(SaveImageFailureTest, SaysWhyAPictureCannotBeWritten) {
         {"a.psd", {4, 4}, {}, "\"psd\" is not the extension of a known picture format."},
         {"a", {4, 4}, {}, "its name has no extension that tells the picture format."},
         {"a.png", {0, 4}, {}, "the picture is empty."},
-        {"a.exr", {4, -1}, {}, "the picture is empty."},
         {"a.png", {4, 4}, halves, "Format \"png\" does not accept bitdepth=16f; it accepts 8, 16."},
         {"a.jpg",
          {65501, 1},
@@ -55,10 +49,6 @@ TEST(SaveImageFailureTest, SaysWhyAPictureCannotBeWritten) {
          {1, 65536},
          {},
          "the picture has 1 x 65536 pixels, but a Targa image has at most 65535 on a side."},
-        {"a.webp",
-         {16384, 16384},
-         {},
-         "the picture has 16384 x 16384 pixels, but a WebP image has at most 16383 on a side."},
         {"a.bmp",
          {40000, 40000},
          {},
@@ -69,9 +59,8 @@ TEST(SaveImageFailureTest, SaysWhyAPictureCannotBeWritten) {
          "the picture has 400 x 31 pixels, but a JPEG 2000 image has at least 32 on a side."},
         {"a.png", {4, 4}, {}, "There is not enough memory."},
         {"missing/a.png", {4, 4}, {}, "No such file or directory."},
-        {"", {4, 4}, {}, "its name has no extension that tells the picture format."},
     };
-    const TestFolder folder;
+    const tests::TemporaryFolder folder;
     for (const auto& [name, size, settings, reason] : cases) {
         const Path path = folder / name;
         const Result<void> answer =
@@ -79,19 +68,11 @@ TEST(SaveImageFailureTest, SaysWhyAPictureCannotBeWritten) {
         EXPECT_EQ(messageOf(answer),
                   "File \"" + path.native().toUtf8() + "\" cannot be written: " + reason);
     }
-    EXPECT_EQ(folder.countFiles(), 0u);
-}
-
-TEST(SaveImageFailureTest, AFolderIsNotOverwritten) {
-    const TestFolder folder;
-    const Path path = folder / "folder.png";
-    std::filesystem::create_directory(path.std());
-    EXPECT_EQ(messageOf(saveImage(path, TestPicture({4, 4}, false), false, {}, {}, TaskProgress())),
-              "File \"" + path.native().toUtf8() + "\" cannot be written: it is a folder.");
+    EXPECT_TRUE(std::filesystem::is_empty(folder.path().std()));
 }
 
 TEST(SaveImageFailureTest, ACancelledSaveLeavesTheOldFile) {
-    const TestFolder folder;
+    const tests::TemporaryFolder folder;
     for (const ImageFormatInfo& info : getImageFormats()) {
         const Path path = folder / "picture";
         std::ofstream(path.std()) << "old";
@@ -101,16 +82,13 @@ TEST(SaveImageFailureTest, ACancelledSaveLeavesTheOldFile) {
                       TaskProgress({}, [&] { return ++asked == 2; }));
         EXPECT_EQ(messageOf(answer), "File \"" + path.native().toUtf8() +
                                          "\" cannot be written: saving was cancelled.");
-        EXPECT_EQ(readText(path), "old");
-        EXPECT_EQ(folder.countFiles(), 1u);
+        EXPECT_EQ(readTextFile(path, 100), "old");
+        EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.path().std()), {}), 1);
     }
 }
 
 TEST(SaveImageFailureTest, AFullDiskIsNoticed) {
     const Path full(String("/dev/full"));
-    if (!std::filesystem::exists(full.std())) {
-        GTEST_SKIP() << "this system has no device that is always full";
-    }
     for (const Pixel size : {Pixel{32, 32}, Pixel{200, 600}}) {
         const TestPicture picture = TestPicture::random(size, false, 0.0f, 1.0f);
         for (const ImageFormatInfo& info : getImageFormats()) {

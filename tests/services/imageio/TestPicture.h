@@ -1,14 +1,10 @@
 #pragma once
 
-#include "foundation/Path.h"
 #include "services/imageio/IImageIterator.h"
 
 #include <algorithm>
 #include <cstddef>
-#include <filesystem>
-#include <iterator>
 #include <random>
-#include <string>
 #include <utility>
 #include <vector>
 
@@ -56,28 +52,6 @@ private:
     Pixel size_;
     bool hasAlpha_;
     std::vector<Rgba> pixels_;
-};
-
-/// An empty folder that goes away with everything in it.
-class TestFolder {
-public:
-    TestFolder()
-        : path_(std::filesystem::temp_directory_path() /
-                ("tavrin-imageio-" + std::to_string(std::random_device{}()))) {
-        std::filesystem::create_directory(path_);
-    }
-    TestFolder(const TestFolder&) = delete;
-    TestFolder& operator=(const TestFolder&) = delete;
-    ~TestFolder() { std::filesystem::remove_all(path_); }
-
-    Path operator/(const char* name) const { return Path(path_ / name); }
-    std::size_t countFiles() const {
-        return static_cast<std::size_t>(
-            std::distance(std::filesystem::directory_iterator(path_), {}));
-    }
-
-private:
-    std::filesystem::path path_;
 };
 
 }  // namespace tavrin::imageio
