@@ -1,6 +1,6 @@
 #include "services/colorkit/ColorMapping.h"
 #include "services/colorkit/Pipeline.h"
-#include "services/colorkit/operators/ExposureOperator.h"
+#include "tests/services/colorkit/MappingFixtures.h"
 
 #include <gtest/gtest.h>
 
@@ -13,44 +13,28 @@ namespace {
 
 constexpr Pixel kDisplaySize{640, 480};
 
-EntityHolder<IColorMappingOperator> exposurePipeline(float stops) {
-    return makePipeline(
-        {OperatorValues(ExposureOperator::kDescriptor).set(ExposureOperator::kStops, stops)});
-}
-
-TEST(ColorMapping, StartsOnWithoutOperators) {
-    const ColorMapping colorMapping;
-    EXPECT_TRUE(colorMapping.isEnabled());
-    EXPECT_TRUE(colorMapping.getPipeline().isEmpty());
-    EXPECT_EQ(colorMapping.getContext().displayGamma, 2.2f);
-}
-
 TEST(ColorMapping, MappingOperatorsAreSnapshots) {
     ColorMapping colorMapping;
     CommonColorMappingContext context;
     context.displayGamma = 1.0f;
-    colorMapping.setPipeline(exposurePipeline(1.0f));
-    const auto before = colorMapping.createMappingOperator(context, kDisplaySize);
+    colorMapping.setPipeline(makePipeline({exposure(1.0f)}));
+    const auto mapping = colorMapping.createMappingOperator(context, kDisplaySize);
     colorMapping.setEnabled(false);
-    const auto after = colorMapping.createMappingOperator(context, kDisplaySize);
     colorMapping.setPipeline({});
-
     std::vector<Rgb> row = {{1.0f, 1.0f, 1.0f, 1.0f}};
-    before->mapRow(row, {});
-    EXPECT_EQ(row[0].r, 2.0f);
-    after->mapRow(row, {});
+    mapping->mapRow(row, {});
     EXPECT_EQ(row[0].r, 2.0f);
 }
 
 TEST(ColorMapping, MayChangeWhileOthersMap) {
     ColorMapping colorMapping;
-    colorMapping.setPipeline(exposurePipeline(1.0f));
+    colorMapping.setPipeline(makePipeline({exposure(1.0f)}));
     std::atomic<bool> isDone = false;
     std::thread editor([&] {
         for (int i = 0; i < 500; ++i) {
             CommonColorMappingContext context;
             context.errorCallback = [i](int, const String&) { return i; };
-            colorMapping.setPipeline(exposurePipeline(i % 2 == 0 ? 1.0f : 2.0f));
+            colorMapping.setPipeline(makePipeline({exposure(i % 2 == 0 ? 1.0f : 2.0f)}));
             colorMapping.setContext(context);
             colorMapping.setEnabled(i % 3 != 0);
         }

@@ -1,9 +1,12 @@
 #include "tests/services/colorkit/MappingFixtures.h"
 
 #include "services/colorkit/ColorMappingOperator.h"
+#include "services/colorkit/ColorMappingOperatorFactory.h"
 #include "services/colorkit/Pipeline.h"
+#include "services/colorkit/operators/ExposureOperator.h"
 
 #include <gtest/gtest.h>
+#include <rapidcheck.h>
 
 #include <algorithm>
 #include <cmath>
@@ -19,6 +22,33 @@ constexpr float kSmallestNormal = std::numeric_limits<float>::min();
 
 }  // namespace
 
+OperatorValues exposure(float stops) {
+    return OperatorValues(ExposureOperator::kDescriptor).set(ExposureOperator::kStops, stops);
+}
+
+std::vector<OperatorValues> arbitraryOperators() {
+    const auto& descriptors = ColorMappingOperatorFactory::getInstance().getAllDescriptors();
+    std::vector<OperatorValues> operators;
+    for (int count = *rc::gen::inRange(0, 12); count > 0; --count) {
+        const auto type = *rc::gen::inRange(0, static_cast<int>(descriptors.size()));
+        OperatorValues& values =
+            operators.emplace_back(*std::next(descriptors.begin(), type)->second);
+        values.setEnabled(*rc::gen::arbitrary<bool>());
+        for (std::size_t i = 0; i < values.getDescriptor().parameters.size(); ++i) {
+            const ParameterDeclaration& parameter = *values.getDescriptor().parameters[i];
+            if (std::holds_alternative<float>(parameter.defaultValue)) {
+                // The ends of the ranges are the hardest.
+                const auto share = static_cast<float>(*rc::gen::inRange(-2000, 12001)) / 10000.0f;
+                values.setAt(i, std::lerp(parameter.minimum, parameter.maximum,
+                                          std::clamp(share, 0.0f, 1.0f)));
+            } else {
+                values.setAt(i, *rc::gen::inRange(0, static_cast<int>(parameter.choices.size())));
+            }
+        }
+    }
+    return operators;
+}
+
 std::vector<Rgb> mapWith(const std::vector<OperatorValues>& operators, std::vector<Rgb> pixels,
                          float gamma) {
     CommonColorMappingContext context;
@@ -29,6 +59,7 @@ std::vector<Rgb> mapWith(const std::vector<OperatorValues>& operators, std::vect
 }
 
 std::vector<Rgb> makeColors() {
+    constexpr float kInfinity = std::numeric_limits<float>::infinity();
     const float corners[] = {0.0f,
                              -0.0f,
                              -1.0f,
@@ -40,9 +71,9 @@ std::vector<Rgb> makeColors() {
                              1e-30f,
                              1e30f,
                              kLargest,
-                             std::numeric_limits<float>::infinity(),
-                             -std::numeric_limits<float>::infinity(),
-                             std::numeric_limits<float>::quiet_NaN()};
+                             kInfinity,
+                             -kInfinity,
+                             std::nanf("")};
     std::vector<Rgb> colors;
     for (const float r : corners) {
         for (const float g : corners) {

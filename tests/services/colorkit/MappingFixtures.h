@@ -11,6 +11,11 @@ namespace tavrin::colorkit::test {
 /// A colour of the scalar references, which compute in double precision.
 using Reference = std::array<double, 3>;
 
+OperatorValues exposure(float stops);
+
+/// Up to a dozen operators with any values, within a property of RapidCheck.
+std::vector<OperatorValues> arbitraryOperators();
+
 /// Maps the pixels as one row by these operators, with the display encoding of `gamma` (1: none).
 std::vector<Rgb> mapWith(const std::vector<OperatorValues>& operators, std::vector<Rgb> pixels,
                          float gamma = 1.0f);

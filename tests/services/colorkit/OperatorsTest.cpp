@@ -7,12 +7,11 @@
 #include "tests/services/colorkit/MappingFixtures.h"
 
 #include <gtest/gtest.h>
+#include <rapidcheck/gtest.h>
 
 #include <algorithm>
 #include <cmath>
 #include <functional>
-#include <numeric>
-#include <random>
 
 namespace tavrin::colorkit::test {
 namespace {
@@ -47,9 +46,8 @@ void expectFormula(const OperatorValues& values, const ReferenceFunction& formul
 
 TEST(Operators, ExposureMultipliesByPowersOfTwo) {
     for (const float stops : {-10.0f, -0.3f, 0.25f, 3.0f, 10.0f}) {
-        OperatorValues values(ExposureOperator::kDescriptor);
-        values.set(ExposureOperator::kStops, stops);
-        expectFormula(values, perComponent([=](double x) { return x * std::pow(2.0, stops); }), 0);
+        expectFormula(exposure(stops),
+                      perComponent([=](double x) { return x * std::pow(2.0, stops); }), 0);
     }
 }
 
@@ -66,12 +64,8 @@ TEST(Operators, SaturationScalesTheDistanceToLuminance) {
 }
 
 TEST(Operators, ContrastIsAPowerAroundThePivot) {
-    for (const auto& [contrast, pivot] : {std::pair{0.1f, 0.001f},
-                                          {0.1f, 1.0f},
-                                          {0.8f, 0.18f},
-                                          {1.5f, 0.18f},
-                                          {4.0f, 0.001f},
-                                          {4.0f, 1.0f}}) {
+    for (const auto& [contrast, pivot] :
+         {std::pair{0.1f, 0.001f}, {0.8f, 0.18f}, {1.5f, 0.18f}, {4.0f, 1.0f}}) {
         OperatorValues values(ContrastOperator::kDescriptor);
         values.set(ContrastOperator::kContrast, contrast);
         values.set(ContrastOperator::kPivot, pivot);
@@ -120,20 +114,12 @@ TEST(Operators, WhiteBalanceMakesTheChosenLightNeutral) {
                 values.set(WhiteBalanceOperator::kTint, tint);
                 values.set(WhiteBalanceOperator::kMethod, method);
                 const Rgb mapped = mapWith({values}, {light}).front();
-                EXPECT_NEAR(mapped.r, 1.0, 1e-3) << temperature << " K, tint " << tint;
-                EXPECT_NEAR(mapped.g, 1.0, 1e-3) << temperature << " K, tint " << tint;
-                EXPECT_NEAR(mapped.b, 1.0, 1e-3) << temperature << " K, tint " << tint;
+                const float furthest = std::max(
+                    {std::abs(mapped.r - 1), std::abs(mapped.g - 1), std::abs(mapped.b - 1)});
+                EXPECT_LT(furthest, 1e-3f) << temperature << " K, tint " << tint;
             }
         }
     }
-}
-
-TEST(Operators, PositiveTintTakesGreenAway) {
-    OperatorValues values(WhiteBalanceOperator::kDescriptor);
-    values.set(WhiteBalanceOperator::kTint, 40.0f);
-    const Rgb mapped = mapWith({values}, {{0.5f, 0.5f, 0.5f}}).front();
-    EXPECT_LT(mapped.g, mapped.r);
-    EXPECT_LT(mapped.g, mapped.b);
 }
 
 TEST(Operators, NeutralValuesReturnTheInputBitForBit) {
@@ -150,8 +136,7 @@ TEST(Operators, NeutralValuesReturnTheInputBitForBit) {
     neutral.push_back(straight.set(HighlightCompressionOperator::kWhite, 1.0f));
     OperatorValues pivot(ContrastOperator::kDescriptor);
     neutral.push_back(pivot.set(ContrastOperator::kPivot, 0.5f));
-    OperatorValues off(ExposureOperator::kDescriptor);
-    neutral.push_back(off.set(ExposureOperator::kStops, 3.0f).setEnabled(false));
+    neutral.push_back(exposure(3.0f).setEnabled(false));
 
     const std::vector<Rgb> colors = makeColors();
     const std::vector<Rgb> mapped = mapWith(neutral, colors);
@@ -162,32 +147,11 @@ TEST(Operators, NeutralValuesReturnTheInputBitForBit) {
     }
 }
 
-TEST(Operators, AnyPipelineKeepsColorsFiniteAndNotNegative) {
-    std::mt19937 random(2);
-    std::uniform_real_distribution<float> share(0.0f, 1.0f);
-    const auto& descriptors = ColorMappingOperatorFactory::getInstance().getAllDescriptors();
-    const std::vector<Rgb> colors = makeColors();
-    for (int round = 0; round < 30; ++round) {
-        std::vector<OperatorValues> operators;
-        for (const auto& [name, descriptor] : descriptors) {
-            OperatorValues values(*descriptor);
-            for (std::size_t i = 0; i < descriptor->parameters.size(); ++i) {
-                const ParameterDeclaration& parameter = *descriptor->parameters[i];
-                if (std::holds_alternative<float>(parameter.defaultValue)) {
-                    // The ends of the ranges are the hardest.
-                    const float t = std::clamp(1.4f * share(random) - 0.2f, 0.0f, 1.0f);
-                    values.setAt(i, std::lerp(parameter.minimum, parameter.maximum, t));
-                } else {
-                    values.setAt(i, static_cast<int>(random() % parameter.choices.size()));
-                }
-            }
-            operators.push_back(values);
-        }
-        std::shuffle(operators.begin(), operators.end(), random);
-        for (const Rgb& color : mapWith(operators, colors, 2.2f)) {
-            ASSERT_TRUE(std::isfinite(color.r) && std::isfinite(color.g) && std::isfinite(color.b));
-            ASSERT_TRUE(color.r >= 0 && color.g >= 0 && color.b >= 0);
-        }
+RC_GTEST_PROP(Operators, AnyPipelineKeepsColorsFiniteAndNotNegative, ()) {
+    static const std::vector<Rgb> colors = makeColors();
+    for (const Rgb& color : mapWith(arbitraryOperators(), colors, 2.2f)) {
+        RC_ASSERT(std::isfinite(color.r) && std::isfinite(color.g) && std::isfinite(color.b));
+        RC_ASSERT(color.r >= 0 && color.g >= 0 && color.b >= 0);
     }
 }
 
