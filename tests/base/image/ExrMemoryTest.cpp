@@ -1,4 +1,3 @@
-#include "base/image/Exr.h"
 #include "foundation/platform/Memory.h"
 #include "tests/support/TemporaryFolder.h"
 
@@ -34,9 +33,8 @@ TEST_P(ExrMemory, LoadingTakesLittleMoreThanTheChannels) {
     // So high that a chunk of 256 lines, which the library needs as a whole, is a small part.
     const Imath::Box2i window{{0, 0}, {1023, 2047}};
     TestExr::ChannelTypes channels = TestExr::rgb(storage.type);
-    for (const char* name :
-         {"Key.R", "Key.G", "Key.B", "Fill.R", "Fill.G", "Fill.B", "Z", "W", "A"}) {
-        channels.emplace_back(name, storage.type);
+    for (int i = 0; i < 9; ++i) {
+        channels.emplace_back("Layer" + std::to_string(i) + ".A", storage.type);
     }
     const tests::TemporaryFolder folder;
     TestExr{.dataWindow = window,
@@ -57,13 +55,9 @@ TEST_P(ExrMemory, LoadingTakesLittleMoreThanTheChannels) {
 #endif
     platform::resetPeakMemory();
     const auto before = static_cast<double>(platform::getPeakMemory());
-    const auto image = ExrLoader().load(folder / "large.exr");
+    const ChannelImage image = loadExr(folder / "large.exr");
     const auto taken = static_cast<double>(platform::getPeakMemory()) - before;
-    ASSERT_TRUE(image) << image.error().toUtf8();
-    double bytes = 0.0;
-    for (const auto& [name, channel] : image->getChannels()) {
-        bytes += 4.0 * channel->getSize();
-    }
+    const double bytes = 4.0 * 1024 * 2048 * static_cast<double>(image.getChannels().size());
     EXPECT_GT(taken / bytes, 0.9);
     EXPECT_LE(taken / bytes, 1.15);
 }

@@ -10,6 +10,7 @@
 #include <rapidcheck/gtest.h>
 
 #include <bit>
+#include <cmath>
 #include <limits>
 
 namespace tavrin::image {
@@ -18,19 +19,13 @@ namespace {
 using Doubles = std::numeric_limits<double>;
 using Floats = std::numeric_limits<float>;
 
-ChannelImage load(const Path& path) {
-    Result<ChannelImage> image = ExrLoader().load(path);
-    EXPECT_TRUE(image.has_value()) << image.error().toUtf8();
-    return image ? *std::move(image) : ChannelImage();
-}
-
 ChannelImage saveAndLoad(const ChannelImage& image) {
     const tests::TemporaryFolder folder;
     const Path path = folder / "saved.txr";
     const Result<void> saved = ExrSaver().save(image, path);
     EXPECT_TRUE(saved.has_value()) << saved.error().toUtf8();
     EXPECT_EQ(readPlanes(path), getPlanes(image));
-    return load(path);
+    return loadExr(path);
 }
 
 ChannelImage makeBeauty() {
@@ -53,23 +48,20 @@ TEST(ExrRoundTrip, KeepsAttributesOfEveryType) {
     add("v2i", Pixel{-3, std::numeric_limits<int>::max()});
     add("box2i", Bucket{-5, -6, 7, 8}, Bucket{0, 0, 0, 0},
         Bucket{std::numeric_limits<int>::min() + 1, 0, std::numeric_limits<int>::max(), 1});
-    image.setAttribute("nan", std::bit_cast<float>(0x7FC12345u));
-    image.setAttribute("doubleNan", Doubles::quiet_NaN());
     image.setAttribute("a name that is longer than thirty-one characters", 1);
-    image.setAttribute("only in memory", true);
-
     const ChannelImage loaded = saveAndLoad(image);
     for (const auto& [name, attribute] : image.getAttributes()) {
         const auto found = loaded.getAttributes().find(name);
-        ASSERT_EQ(found != loaded.getAttributes().end(), name != "only in memory") << name.toUtf8();
-        if (found != loaded.getAttributes().end() && !name.contains("nan") &&
-            !name.contains("Nan")) {
-            EXPECT_TRUE(found->second->equals(*attribute)) << name.toUtf8();
-        }
+        ASSERT_TRUE(found != loaded.getAttributes().end()) << name.toUtf8();
+        EXPECT_TRUE(found->second->equals(*attribute)) << name.toUtf8();
     }
-    EXPECT_EQ(std::bit_cast<std::uint32_t>(loaded.getAttribute<float>("nan")), 0x7FC12345u);
-    EXPECT_NE(loaded.getAttribute<double>("doubleNan"), loaded.getAttribute<double>("doubleNan"));
-    EXPECT_EQ(std::bit_cast<std::uint32_t>(loaded.getAttribute<float>("float0")), 0x80000000u);
+    EXPECT_TRUE(std::signbit(loaded.getAttribute<float>("float0")));
+
+    image.setAttribute("nan", std::bit_cast<float>(0x7FC12345u));
+    image.setAttribute("only in memory", true);
+    const ChannelImage again = saveAndLoad(image);
+    EXPECT_EQ(std::bit_cast<std::uint32_t>(again.getAttribute<float>("nan")), 0x7FC12345u);
+    EXPECT_FALSE(again.getAttributes().contains("only in memory"));
 }
 
 TEST(ExrRoundTrip, NamesOfAttributesBecomeAscii) {
@@ -96,20 +88,17 @@ TEST(ExrRoundTrip, FieldsOfTheWriterAreNotReplaced) {
                     header.insert("note", Imf::StringAttribute("kept"));
                 }}
         .write(folder / "tiled.exr");
-    const ChannelImage image = load(folder / "tiled.exr");
+    const ChannelImage image = loadExr(folder / "tiled.exr");
     EXPECT_EQ(image.getAttribute<float>("pixelAspectRatio"), 2.0f);
-    const ChannelImage again = saveAndLoad(image);
-    EXPECT_EQ(again.getAttribute<float>("pixelAspectRatio"), 1.0f);
-    EXPECT_EQ(again.getAttribute<float>("screenWindowWidth"), 1.0f);
-    EXPECT_EQ(again.getAttribute<String>("note"), "kept");
-    EXPECT_FALSE(again.getAttributes().contains("matrix"));
-    EXPECT_EQ(getPlanes(again), getPlanes(image));
-
     ASSERT_TRUE(ExrSaver().save(image, folder / "lines.exr"));
     const Imf::InputFile file((folder / "lines.exr").std().c_str());
+    const Imf::Header& header = file.header();
     EXPECT_FALSE(Imf::isTiled(file.version()));
-    EXPECT_EQ(file.header().compression(), Imf::ZIP_COMPRESSION);
-    EXPECT_EQ(file.header().lineOrder(), Imf::INCREASING_Y);
+    EXPECT_EQ(header.compression(), Imf::ZIP_COMPRESSION);
+    EXPECT_EQ(header.pixelAspectRatio(), 1.0f);
+    EXPECT_EQ(header.screenWindowWidth(), 1.0f);
+    EXPECT_EQ(header.typedAttribute<Imf::StringAttribute>("note").value(), "kept");
+    EXPECT_EQ(header.findTypedAttribute<Imf::M44fAttribute>("matrix"), nullptr);
 }
 
 /// Names that have a meaning of their own for the library.
@@ -119,25 +108,14 @@ TEST(ExrRoundTrip, AttributesWithReservedNamesDoNoHarm) {
           "maxSamplesPerPixel", "dwaCompressionLevel", "zipCompressionLevel", "compression",
           "channels", "lineOrder", "dataWindow ", "chromaticities", "deepImageState"}) {
         SCOPED_TRACE(name);
-        for (const int kind : {0, 1, 2, 3}) {
+        const auto check = [name](const auto& value) {
             ChannelImage image = makeBeauty();
-            switch (kind) {
-                case 0:
-                    image.setAttribute(String(name), 12345);
-                    break;
-                case 1:
-                    image.setAttribute(String(name), -1e30f);
-                    break;
-                case 2:
-                    image.setAttribute(String(name), String("deepscanline"));
-                    break;
-                default:
-                    image.setAttribute(String(name), Floats::quiet_NaN());
-            }
-            const ChannelImage loaded = saveAndLoad(image);
-            EXPECT_EQ(getPlanes(loaded), getPlanes(image));
-            EXPECT_EQ(getPlanes(saveAndLoad(loaded)), getPlanes(image));
-        }
+            image.setAttribute(String(name), value);
+            EXPECT_EQ(getPlanes(saveAndLoad(saveAndLoad(image))), getPlanes(image));
+        };
+        check(12345);
+        check(Floats::quiet_NaN());
+        check(String("deepscanline"));
     }
 }
 
@@ -150,15 +128,14 @@ RC_GTEST_PROP(ExrRoundTrip, ChannelsComeBackBitForBit, ()) {
                                : Bucket{data.x0, data.y0, data.x0 + 1, data.y1};
     ChannelImage image =
         makeImage(display, data, {"R", "G", "B", u"Sv\u011Btlo \U0001F600.R", "a.b.c", "R.R"});
-    auto integers = std::make_unique<Channel<std::uint32_t>>("Id");
-    integers->resize(data.size());
-    for (std::uint32_t& value : integers->getValues()) {
+    auto& integers = addIntegers(image);
+    integers.resize(data.size());
+    for (std::uint32_t& value : integers.getValues()) {
         value = *rc::gen::arbitrary<std::uint32_t>();
     }
     // Any bits may stand for a float, those of signalling NaNs too.
-    std::ranges::transform(integers->getValues(), image.getChannel<float>("R").getData(),
+    std::ranges::transform(integers.getValues(), image.getChannel<float>("R").getData(),
                            [](std::uint32_t bits) { return std::bit_cast<float>(bits); });
-    image.setChannel(std::move(integers));
     const ChannelImage loaded = saveAndLoad(image);
     RC_ASSERT(getPlanes(loaded) == getPlanes(image));
     RC_ASSERT(loaded.getDataWindow() == data);

@@ -6,6 +6,7 @@
 #include <ImfInputFile.h>
 #include <ImfOutputFile.h>
 #include <ImfTiledOutputFile.h>
+#include <gtest/gtest.h>
 #include <half.h>
 
 #include <bit>
@@ -46,13 +47,11 @@ void writeTiles(const Path& path, const Imf::Header& header, const Imf::FrameBuf
     Imf::TiledOutputFile file(path.std().c_str(), header);
     file.setFrameBuffer(frameBuffer);
     const bool isRipmap = header.tileDescription().mode == Imf::RIPMAP_LEVELS;
-    // From the last tile to the first, which files of random order keep.
+    // From the last level to the first, which files of random order keep.
     for (int ly = file.numYLevels() - 1; ly >= 0; --ly) {
         for (int lx = file.numXLevels() - 1; lx >= 0; --lx) {
-            for (int y = file.numYTiles(ly) - 1; (isRipmap || lx == ly) && y >= 0; --y) {
-                for (int x = file.numXTiles(lx) - 1; x >= 0; --x) {
-                    file.writeTile(x, y, lx, ly);
-                }
+            if (isRipmap || lx == ly) {
+                file.writeTiles(0, file.numXTiles(lx) - 1, 0, file.numYTiles(ly) - 1, lx, ly);
             }
         }
     }
@@ -71,17 +70,16 @@ float TestExr::noise(std::size_t channel, std::size_t index) {
 
 void TestExr::write(const Path& path) const {
     Imf::Header header(displayWindow, dataWindow, 1.0f, {0.0f, 0.0f}, 1.0f, lineOrder, compression);
-    std::vector<std::vector<std::uint32_t>> planes;
-    for (const auto& [name, type] : channels) {
-        header.channels().insert(name, Imf::Channel(type));
-        auto& plane = planes.emplace_back(countPixels(dataWindow));
-        for (std::size_t i = 0; i < plane.size(); ++i) {
-            plane[i] = encode(type, source(planes.size(), i));
-        }
-    }
+    std::vector<std::vector<std::uint32_t>> planes(channels.size());
     Imf::FrameBuffer frameBuffer;
-    for (std::size_t i = 0; i < channels.size(); ++i) {
-        addSlice(frameBuffer, channels[i].first, channels[i].second, planes[i], dataWindow);
+    for (std::size_t c = 0; c < channels.size(); ++c) {
+        const auto& [name, type] = channels[c];
+        planes[c].resize(countPixels(dataWindow));
+        for (std::size_t i = 0; i < planes[c].size(); ++i) {
+            planes[c][i] = encode(type, source(c, i));
+        }
+        header.channels().insert(name, Imf::Channel(type));
+        addSlice(frameBuffer, name, type, planes[c], dataWindow);
     }
     change(header);
     if (tiles.xSize != 0) {
@@ -140,6 +138,17 @@ ChannelImage makeImage(const Bucket& displayWindow, const Bucket& dataWindow,
     return image;
 }
 
+Channel<std::uint32_t>& addIntegers(ChannelImage& image) {
+    image.setChannel(std::make_unique<Channel<std::uint32_t>>("Id"));
+    return image.getChannel<std::uint32_t>("Id");
+}
+
+ChannelImage loadExr(const Path& path) {
+    Result<ChannelImage> image = ExrLoader().load(path);
+    EXPECT_TRUE(image.has_value()) << image.error().toUtf8();
+    return image ? *std::move(image) : ChannelImage();
+}
+
 std::string readBytes(const Path& path) {
     std::ifstream stream(path.std(), std::ios::binary);
     return {std::istreambuf_iterator<char>(stream), {}};
@@ -151,6 +160,7 @@ void writeBytes(const Path& path, const std::string& bytes) {
 
 std::string getRefusal(const Path& path) {
     const Result<ChannelImage> image = ExrLoader().load(path);
+    EXPECT_TRUE(!image || image->isValid());
     return image ? "" : withoutPath(image.error(), path);
 }
 

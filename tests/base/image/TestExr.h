@@ -45,13 +45,17 @@ Planes getPlanes(const ChannelImage& image);
 /// An image with noise in float channels of the given names.
 ChannelImage makeImage(const Bucket& displayWindow, const Bucket& dataWindow,
                        const std::vector<String>& channels);
+/// Adds the empty channel "Id" of integers.
+Channel<std::uint32_t>& addIntegers(ChannelImage& image);
 
+/// Fails the test when the file is refused.
+ChannelImage loadExr(const Path& path);
 std::string readBytes(const Path& path);
 void writeBytes(const Path& path, const std::string& bytes);
 
-/// Why the file is refused, with FILE for its path; empty when it can be loaded.
-std::string getRefusal(const Path& path);
-/// The same for any message about a file.
+/// A message about a file with FILE for its path.
 std::string withoutPath(const String& message, const Path& path);
+/// The message about a file that is refused; empty when it can be loaded.
+std::string getRefusal(const Path& path);
 
 }  // namespace tavrin::image
