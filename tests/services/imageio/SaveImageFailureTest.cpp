@@ -3,6 +3,7 @@
 #include "tests/services/imageio/TestPicture.h"
 #include "tests/support/TemporaryFolder.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <fstream>
@@ -30,43 +31,38 @@ std::string messageOf(const Result<void>& answer) {
 }
 
 TEST(SaveImageFailureTest, SaysWhyAPictureCannotBeWritten) {
-    const ImageSaveSettings halves{.bitDepth = BitDepth::Half, .quality = {}, .compression = {}};
     const struct {
         const char* name;
         Pixel size;
-        ImageSaveSettings settings;
+        std::optional<BitDepth> bitDepth;
         const char* reason;
     } cases[] = {
         {"a.psd", {4, 4}, {}, "\"psd\" is not the extension of a known picture format."},
         {"a", {4, 4}, {}, "its name has no extension that tells the picture format."},
         {"a.png", {0, 4}, {}, "the picture is empty."},
-        {"a.png", {4, 4}, halves, "Format \"png\" does not accept bitdepth=16f; it accepts 8, 16."},
-        {"a.jpg",
-         {65501, 1},
-         {},
-         "the picture has 65501 x 1 pixels, but a JPEG image has at most 65500 on a side."},
-        {"a.tga",
-         {1, 65536},
-         {},
-         "the picture has 1 x 65536 pixels, but a Targa image has at most 65535 on a side."},
+        {"a.png",
+         {4, 4},
+         BitDepth::Half,
+         "Format \"png\" does not accept bitdepth=16f; it accepts 8, 16."},
+        {"a.jpg", {65501, 1}, {}, "a JPEG image has at most 65500 on a side."},
+        {"a.tga", {1, 65536}, {}, "a Targa image has at most 65535 on a side."},
         {"a.bmp",
          {40000, 40000},
          {},
          "the picture has 40000 x 40000 pixels, but a BMP image holds at most 4 GiB."},
-        {"a.jp2",
-         {400, 31},
-         {},
-         "the picture has 400 x 31 pixels, but a JPEG 2000 image has at least 32 on a side."},
+        {"a.jp2", {400, 31}, {}, "a JPEG 2000 image has at least 32 on a side."},
         {"a.png", {4, 4}, {}, "There is not enough memory."},
         {"missing/a.png", {4, 4}, {}, "No such file or directory."},
     };
     const tests::TemporaryFolder folder;
-    for (const auto& [name, size, settings, reason] : cases) {
+    for (const auto& [name, size, bitDepth, reason] : cases) {
         const Path path = folder / name;
-        const Result<void> answer =
-            saveImage(path, HugePicture(size), false, {}, settings, TaskProgress());
-        EXPECT_EQ(messageOf(answer),
-                  "File \"" + path.native().toUtf8() + "\" cannot be written: " + reason);
+        const ImageSaveSettings settings{.bitDepth = bitDepth, .quality = {}, .compression = {}};
+        const std::string message =
+            messageOf(saveImage(path, HugePicture(size), false, {}, settings, TaskProgress()));
+        EXPECT_THAT(message, testing::StartsWith("File \"" + path.native().toUtf8() +
+                                                 "\" cannot be written: "));
+        EXPECT_THAT(message, testing::EndsWith(reason));
     }
     EXPECT_TRUE(std::filesystem::is_empty(folder.path().std()));
 }
