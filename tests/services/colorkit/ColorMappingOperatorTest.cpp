@@ -1,7 +1,6 @@
 #include "services/colorkit/ColorMappingOperator.h"
 #include "services/colorkit/Pipeline.h"
 #include "services/colorkit/operators/ContrastOperator.h"
-#include "services/colorkit/operators/ExposureOperator.h"
 #include "services/colorkit/operators/HighlightCompressionOperator.h"
 #include "services/colorkit/operators/SaturationOperator.h"
 #include "tests/services/colorkit/MappingFixtures.h"

@@ -114,9 +114,10 @@ TEST(Operators, WhiteBalanceMakesTheChosenLightNeutral) {
                 values.set(WhiteBalanceOperator::kTint, tint);
                 values.set(WhiteBalanceOperator::kMethod, method);
                 const Rgb mapped = mapWith({values}, {light}).front();
-                const float furthest = std::max(
-                    {std::abs(mapped.r - 1), std::abs(mapped.g - 1), std::abs(mapped.b - 1)});
-                EXPECT_LT(furthest, 1e-3f) << temperature << " K, tint " << tint;
+                SCOPED_TRACE(testing::Message() << temperature << " K, tint " << tint);
+                EXPECT_NEAR(mapped.r, 1.0, 1e-3);
+                EXPECT_NEAR(mapped.g, 1.0, 1e-3);
+                EXPECT_NEAR(mapped.b, 1.0, 1e-3);
             }
         }
     }
