@@ -58,7 +58,7 @@ TEST(Elements, KindsFollowFromTheChannels) {
         {"K.* K.A K.Z", "K:other:960"},
         {"K.* K", "K:other:960"},
         {"Diffuse.Red a.b.c.R", "Diffuse:other:960 a.b.c:other:960"},
-        // Channels of one component of the beauty's helpers stand for themselves.
+        // Denoised and Sqr before the last dot name an element only with R, G, B or A.
         {"Denoised.Z Sqr.X", "Denoised.Z:mono:960 Sqr.X:mono:960"},
         {"DenoisedKey.Z Sqr.A Sqr.X.Y", "DenoisedKey:other:960 Sqr:other:960 Sqr.X:other:960"},
         {"b a B.R Z", "B:other:960 Z:mono:960 a:mono:960 b:mono:960"},

@@ -79,15 +79,13 @@ TEST(ExrRoundTrip, NamesOfAttributesBecomeAscii) {
 
 TEST(ExrRoundTrip, FieldsOfTheWriterAreNotReplaced) {
     const tests::TemporaryFolder folder;
-    TestExr{.tiles = {16, 16},
-            .change =
-                [](Imf::Header& header) {
-                    header.pixelAspectRatio() = 2.0f;
-                    header.screenWindowWidth() = 3.0f;
-                    header.insert("matrix", Imf::M44fAttribute());
-                    header.insert("note", Imf::StringAttribute("kept"));
-                }}
-        .write(folder / "tiled.exr");
+    const auto change = [](Imf::Header& header) {
+        header.pixelAspectRatio() = 2.0f;
+        header.screenWindowWidth() = 3.0f;
+        header.insert("matrix", Imf::M44fAttribute());
+        header.insert("note", Imf::StringAttribute("kept"));
+    };
+    TestExr{.tiles = {16, 16}, .change = change}.write(folder / "tiled.exr");
     const ChannelImage image = loadExr(folder / "tiled.exr");
     EXPECT_EQ(image.getAttribute<float>("pixelAspectRatio"), 2.0f);
     ASSERT_TRUE(ExrSaver().save(image, folder / "lines.exr"));
