@@ -51,14 +51,14 @@ Path toPath(const std::string& argument) {
 }
 
 void addOptions(CLI::App& app, RawArguments& raw, Options& options) {
-    app.add_option("IMAGE", raw.input, "The TXR or OpenEXR image to open");
+    app.add_option("IMAGE", raw.input, "The TXR or OpenEXR image to open")->type_name(" ");
     app.add_option("-o,--output", raw.output,
                    "File to save: .txr holds the whole image with all elements, any other known "
                    "extension a picture")
         ->type_name("FILE");
     app.add_option("--element", raw.element,
                    "Element to save as a picture, by its name in --list-elements; BEAUTY without "
-                   "this option; '*' saves every element, each to a file of its own")
+                   "this option; '*' saves every image element, each to a file of its own")
         ->type_name("NAME");
     app.add_option("--format-option", raw.formatOptions,
                    "A choice of the picture's format, such as bitdepth=16; see --list-formats; "
@@ -66,7 +66,7 @@ void addOptions(CLI::App& app, RawArguments& raw, Options& options) {
         ->type_name("KEY=VALUE")
         ->allow_extra_args(false);
     app.add_flag("--no-tone-mapping", raw.noToneMapping,
-                 "Save linear values with the display's encoding only");
+                 "Map colours only by the display's encoding; negative values become 0");
     app.add_flag("--info", options.info,
                  "Print the windows, elements, channels, attributes and statistics of the image");
     app.add_flag("--json", options.json, "Print --info as JSON");
@@ -77,13 +77,14 @@ void addOptions(CLI::App& app, RawArguments& raw, Options& options) {
     app.add_option("--threads", options.threads,
                    "How many threads may work; one per processor without this option")
         ->type_name("N")
-        ->check(CLI::Range(1, kMostThreads));
+        ->check(CLI::Range(1, kMostThreads).description(""));
     app.add_flag("--quiet", options.quiet, "Print neither warnings nor progress");
     app.add_option("--progress", raw.progress,
                    "When to show progress on standard error: auto (on a terminal), always, never")
         ->type_name("WHEN")
         ->check(CLI::IsMember({"auto", "always", "never"}).description(""));
-    app.set_version_flag("--version", std::string("tavrin-cli ") + TAVRIN_VERSION);
+    app.set_version_flag("--version", std::string("tavrin-cli ") + TAVRIN_VERSION,
+                         "Print the version");
     app.set_help_flag("-h,--help", "Print this text");
 }
 
@@ -93,6 +94,9 @@ void check(const Options& options) {
     }
     if (options.element && options.output.isEmpty()) {
         throw UsageError("--element goes with --output.");
+    }
+    if (options.element && options.element->isEmpty()) {
+        throw UsageError("--element expects the name of an element.");
     }
     if (!options.formatOptions.empty() && options.output.isEmpty()) {
         throw UsageError("--format-option goes with --output.");

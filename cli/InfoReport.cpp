@@ -1,5 +1,7 @@
 #include "cli/InfoReport.h"
 
+#include "foundation/StringArray.h"
+
 #include <algorithm>
 #include <array>
 #include <charconv>
@@ -24,9 +26,11 @@ struct FlagName {
 };
 
 constexpr std::array kFlagNames = {
+    FlagName{image::kVirtualElement, "virtual"},
     FlagName{image::kAuxiliaryElement, "auxiliary"},
     FlagName{image::kLightSelectElement, "light select"},
     FlagName{image::kDenoisableElement, "denoisable"},
+    FlagName{image::kSelectedForDenoising, "selected for denoising"},
     FlagName{image::kHasDenoisedVariant, "denoised"},
     FlagName{image::kNoColorMapping, "no color mapping"},
     FlagName{image::kNoBloom, "no bloom"},
@@ -231,13 +235,14 @@ Json makeInfoReport(const Path& path, const ExrInfo& info) {
 }
 
 void printInfoReport(std::ostream& out, const Json& report) {
-    out << "File: " << getText(report["file"]) << " (" << report["fileSize"] << " bytes)\n"
+    out << "File: " << getName(report["file"]) << " (" << report["fileSize"] << " bytes)\n"
         << "Format: " << getText(report["kind"]) << ", " << getText(report["layout"])
         << ", compression " << getText(report["compression"]) << '\n'
         << "Display window: " << getWindowText(report["displayWindow"]) << '\n'
         << "Data window: " << getWindowText(report["dataWindow"]) << '\n';
     if (!report["loadFailure"].is_null()) {
-        out << "Cannot be loaded: " << getText(report["loadFailure"]) << '\n';
+        out << "Cannot be loaded: " << Str::escapeControls(toString(report["loadFailure"])).toUtf8()
+            << '\n';
     }
     printStatistics(out, report["statistics"]);
     printElements(out, report["elements"]);

@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <functional>
+#include <string>
 
 namespace tavrin::cli {
 namespace {
@@ -55,7 +56,7 @@ std::vector<ElementInfo> selectElements(const Output& output, const ChannelImage
     }
     const String name = image::getInternalName(output.element);
     for (const ElementInfo& element : elements) {
-        if (element.name == name && isSavable(element)) {
+        if (element.name == name && isSupported(element)) {
             return {element};
         }
     }
@@ -63,14 +64,15 @@ std::vector<ElementInfo> selectElements(const Output& output, const ChannelImage
                     output.element + "\" that can be saved; --list-elements shows those it has.");
 }
 
-/// The file of one of several elements: the beauty takes the given name.
-Path getElementPath(const Path& path, const ElementInfo& element) {
+/// The file of one of several elements: the beauty takes the given name. `count` above 1 tells
+/// elements apart whose names become the same file name.
+Path getElementPath(const Path& path, const ElementInfo& element, int count) {
     if (element.name == image::kBeautyElement) {
         return path;
     }
-    return path.withFileName(path.stem() + "_" +
-                             Str::escapeFilename(image::getDisplayName(element.name)) + "." +
-                             path.extension());
+    return path.withFileName(
+        path.stem() + "_" + Str::escapeFilename(image::getDisplayName(element.name)) +
+        (count > 1 ? "_" + String::fromUtf8(std::to_string(count)) : "") + "." + path.extension());
 }
 
 struct ElementFile {
@@ -78,22 +80,24 @@ struct ElementFile {
     Path path;
 };
 
-/// What is written where. Throws an Exception when two elements would share a file or one would
-/// overwrite the input.
+/// What is written where. Throws an Exception when the input would be overwritten.
 std::vector<ElementFile> planElementFiles(const Output& output, const ChannelImage& image) {
     std::vector<ElementFile> files;
     for (const ElementInfo& element : selectElements(output, image)) {
-        const Path path =
-            output.element == kAllElements ? getElementPath(output.path, element) : output.path;
-        const auto refuse = [&](const String& reason) {
-            throw Exception("Element \"" + image::getDisplayName(element.name) +
-                            "\" cannot be saved to \"" + path.native() + "\": " + reason);
-        };
-        if (isSameFile(path, output.input)) {
-            refuse("it is the image that the element comes from.");
+        Path path = output.path;
+        if (output.element == kAllElements) {
+            const auto isTaken = [&files](const Path& candidate) {
+                return std::ranges::find(files, candidate, &ElementFile::path) != files.end();
+            };
+            path = getElementPath(output.path, element, 1);
+            for (int count = 2; isTaken(path); ++count) {
+                path = getElementPath(output.path, element, count);
+            }
         }
-        if (std::ranges::find(files, path, &ElementFile::path) != files.end()) {
-            refuse("another element has the same file name.");
+        if (isSameFile(path, output.input)) {
+            throw Exception("Element \"" + image::getDisplayName(element.name) +
+                            "\" cannot be saved to \"" + path.native() +
+                            "\": it is the image that the element comes from.");
         }
         files.push_back({element, path});
     }
@@ -149,7 +153,7 @@ void saveOutput(const Output& output, const ChannelImage& image, ProgressLine& p
     }
 }
 
-bool isSavable(const ElementInfo& element) {
+bool isSupported(const ElementInfo& element) {
     return element.kind != image::ElementKind::Unsupported;
 }
 

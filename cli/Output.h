@@ -27,6 +27,6 @@ Output planOutput(const Options& options);
 void saveOutput(const Output& output, const image::ChannelImage& image, ProgressLine& progress);
 
 /// True when the element has a layout that a picture can show.
-bool isSavable(const image::ElementInfo& element);
+bool isSupported(const image::ElementInfo& element);
 
 }  // namespace tavrin::cli

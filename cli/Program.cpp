@@ -22,6 +22,16 @@ T valueOrThrow(Result<T> result) {
     return *std::move(result);
 }
 
+image::ChannelImage loadImage(const Path& path) {
+    image::ChannelImage image = valueOrThrow(image::ExrLoader().load(path));
+    try {
+        static_cast<void>(image.getElements());
+    } catch (const Exception& exception) {
+        throw Exception(image::makeFileMessage(exception.message(), path));
+    }
+    return image;
+}
+
 bool isProgressShown(const Options& options) {
     if (options.quiet || options.progress == ProgressMode::Never) {
         return false;
@@ -34,7 +44,7 @@ void printElementNames(const image::ExrInfo& info) {
         throw Exception(info.loadFailure);
     }
     for (const image::ElementInfo& element : info.elements) {
-        if (isSavable(element)) {
+        if (isSupported(element)) {
             std::cout << image::getDisplayName(element.name).toUtf8() << '\n';
         }
     }
@@ -77,8 +87,7 @@ void run(const Options& options) {
     if (output) {
         ProgressLine progress(isProgressShown(options));
         progress.start("Loading \"" + options.input.native() + "\"");
-        const image::ChannelImage image = valueOrThrow(image::ExrLoader().load(options.input));
-        saveOutput(*output, image, progress);
+        saveOutput(*output, loadImage(options.input), progress);
     }
 }
 

@@ -29,7 +29,11 @@ void ProgressLine::show(float fraction) {
         return;
     }
     shownPercent_ = percent;
-    std::cerr << kClearLine << step_ << ' ' << percent << " %" << std::flush;
+    std::cerr << kClearLine << step_;
+    if (percent > 0) {
+        std::cerr << ' ' << percent << " %";
+    }
+    std::cerr << std::flush;
 }
 
 }  // namespace tavrin::cli

@@ -9,15 +9,21 @@ inline namespace foundation {
 
 void BinaryFileInputStream::read(void* buffer, std::size_t bytes) {
     if (file_.read(buffer, bytes) != bytes) {
-        throw Exception("File \"" + path_.native() +
-                        "\" ends before all of its data could be read.");
+        failAtEnd();
     }
     position_ += bytes;
 }
 
 void BinaryFileInputStream::seek(std::uint64_t position) {
+    if (position > size_) {
+        failAtEnd();
+    }
     file_.seek(position);
     position_ = position;
+}
+
+void BinaryFileInputStream::failAtEnd() const {
+    throw Exception("File \"" + path_.native() + "\" ends before all of its data could be read.");
 }
 
 String readTextFile(const Path& path, std::uint64_t limit) {

@@ -20,6 +20,7 @@ public:
     void read(void* buffer, std::size_t bytes);
     /// Position from the beginning, in bytes.
     std::uint64_t getPosition() const { return position_; }
+    /// A position past the end of the file is a failure.
     void seek(std::uint64_t position);
     bool isAtEnd() const { return position_ >= size_; }
     /// Length of the file when it was opened, in bytes.
@@ -27,6 +28,8 @@ public:
     const Path& getPath() const { return path_; }
 
 private:
+    [[noreturn]] void failAtEnd() const;
+
     Path path_;
     platform::File file_;
     std::uint64_t size_;

@@ -5,26 +5,16 @@
 namespace tavrin {
 inline namespace foundation {
 
-FileReplacement::FileReplacement(const Path& target) : target_(target), pending_(false) {
+FileReplacement::FileReplacement(const Path& target) : target_(target) {
     platform::checkWritable(target);
-    if (platform::isDevice(target)) {
-        written_ = target;
-        return;
+    if (!platform::isDevice(target)) {
+        temporary_ = std::make_unique<platform::TemporaryFile>(target);
     }
-    written_ = platform::createTemporaryBeside(target);
-    pending_ = true;
 }
 
 void FileReplacement::commit() {
-    if (pending_) {
-        platform::replaceFile(written_, target_);
-        pending_ = false;
-    }
-}
-
-FileReplacement::~FileReplacement() {
-    if (pending_) {
-        platform::removeFile(written_);
+    if (temporary_) {
+        temporary_->replaceTarget();
     }
 }
 

@@ -115,6 +115,16 @@ String escapeFilename(const String& text) {
     return name;
 }
 
+String escapeControls(const String& text) {
+    std::u16string shown(text.view());
+    for (char16_t& unit : shown) {
+        if ((unit < 0x20 && unit != u'\n') || (unit >= 0x7F && unit < 0xA0)) {
+            unit = u'?';
+        }
+    }
+    return shown;
+}
+
 }  // namespace Str
 }  // namespace foundation
 }  // namespace tavrin

@@ -22,6 +22,9 @@ Result<std::vector<String>> parseExportStringArray(const String& text);
 /// <>:"/\|?* become "_", as do trailing dots and spaces; an empty text becomes "_".
 String escapeFilename(const String& text);
 
+/// The text for a terminal: control characters but line ends, which could command it, become "?".
+String escapeControls(const String& text);
+
 }  // namespace Str
 }  // namespace foundation
 }  // namespace tavrin

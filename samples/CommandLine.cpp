@@ -108,6 +108,10 @@ void check(const CommandLine& line) {
     if (line.output.isEmpty()) {
         throw UsageError("--output expects the name of a file.");
     }
+    const String extension = line.output.extension();
+    if (extension != "txr" && extension != "exr") {
+        throw UsageError("--output expects a file with the extension .txr or .exr.");
+    }
     if (line.samples / line.parts < kLeastSamples) {
         throw UsageError("--samples must leave at least 2 samples to each part.");
     }

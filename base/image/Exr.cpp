@@ -18,7 +18,6 @@
 #include <ImfTiledInputFile.h>
 
 #include <bit>
-#include <map>
 #include <mutex>
 
 namespace tavrin::image {

@@ -16,6 +16,9 @@
 namespace tavrin::image {
 namespace {
 
+// Tells of the chunks of the file that was read.
+constexpr std::string_view kChunkCount = "chunkCount";
+
 template <class T>
 T fromExr(const T& value) {
     return value;
@@ -112,7 +115,7 @@ void readExrAttributes(const Imf::Header& header, ChannelImage& image) {
 void writeExrAttributes(const ChannelImage& image, Imf::Header& header) {
     for (const auto& [name, attribute] : image.getAttributes()) {
         const std::string ascii = toAscii(name);
-        if (header.find(ascii) != header.end()) {
+        if (header.find(ascii) != header.end() || ascii == kChunkCount) {
             continue;
         }
         visitAttribute(*attribute, [&]<class T>(const Attribute<T>& typed) {

@@ -31,15 +31,6 @@ String getCompressionName(Imf::Compression compression) {
     return kNames.at(compression);
 }
 
-String getLoadFailure(const ChannelImage& image, const Path& path) {
-    try {
-        checkExrImage(image);
-        return {};
-    } catch (const Exception& exception) {
-        return makeFileMessage(exception.message(), path);
-    }
-}
-
 ExrInfo readInfo(const Path& path) {
     BinaryFileInputStream stream(path);
     const std::string fileName = path.native().toUtf8();
@@ -60,8 +51,12 @@ ExrInfo readInfo(const Path& path) {
             {String::fromUtf8(item.name()), String::fromUtf8(item.attribute().typeName())});
     }
     info.image = std::move(file.image);
-    info.elements = info.image.getElements();
-    info.loadFailure = getLoadFailure(info.image, path);
+    try {
+        info.elements = info.image.getElements();
+        checkExrImage(info.image);
+    } catch (const Exception& exception) {
+        info.loadFailure = makeFileMessage(exception.message(), path);
+    }
     return info;
 }
 

@@ -25,8 +25,8 @@ struct ExrInfo {
     std::vector<ChannelInfo> channels;
     std::vector<AttributeInfo> attributes;  ///< all, also those that an image does not keep
     ChannelImage image;                     ///< attributes and empty channels
-    std::vector<ElementInfo> elements;
-    String loadFailure;  ///< why the file cannot be loaded; empty when it can be
+    std::vector<ElementInfo> elements;      ///< empty when the metadata of the elements is broken
+    String loadFailure;                     ///< why the file cannot be loaded; empty when it can be
 };
 
 /// Reads the header of a file, or says in a message that names the file why it cannot be read. Any

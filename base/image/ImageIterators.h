@@ -96,7 +96,8 @@ public:
     bool hasAlpha() const override { return false; }
 };
 
-/// An element's channels R, G, B and A as the pixels of a picture with alpha.
+/// An element's channels R, G, B and A as pixels; the alpha is told with each pixel, but does not
+/// become part of a picture.
 template <class T>
 class RgbaIteratorHelper final : public imageio::IImageIterator,
                                  public RgbaIteratorHelperCommon<T> {
@@ -107,9 +108,9 @@ public:
     Rgb getPixel(Pixel position, float& alpha) const override {
         const Rgba pixel = this->row(position.y)[std::size_t(position.x)];
         alpha = pixel.a;
-        return {pixel.r, pixel.g, pixel.b, pixel.a};
+        return {pixel.r, pixel.g, pixel.b, 1.0f};
     }
-    bool hasAlpha() const override { return true; }
+    bool hasAlpha() const override { return false; }
 };
 
 /// A bitmap as the pixels of a picture, with an optional bitmap of the same size for alpha. Both

@@ -6,9 +6,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <atomic>
 #include <cerrno>
-#include <random>
+#include <csignal>
 #include <system_error>
 #include <utility>
 
@@ -30,25 +29,6 @@ namespace {
 constexpr const char* kCannotOpen = "cannot be opened";
 constexpr const char* kCannotRead = "cannot be read";
 constexpr const char* kCannotWrite = "cannot be written";
-
-/// The way to a file that a link stands for, so that replacing it keeps the link.
-Path resolved(const Path& target) {
-    std::error_code error;
-    const std::filesystem::path canonical = std::filesystem::canonical(target.std(), error);
-    return error ? target : Path(canonical);
-}
-
-std::string randomName() {
-    static constexpr char kLetters[] = "abcdefghijklmnopqrstuvwxyz0123456789";
-    static std::atomic<unsigned> counter{0};
-    std::mt19937 generator(std::random_device{}() ^ (counter.fetch_add(1) * 0x9E3779B9u));
-    std::uniform_int_distribution<std::size_t> letter(0, sizeof(kLetters) - 2);
-    std::string name;
-    for (int i = 0; i < 10; ++i) {
-        name += kLetters[letter(generator)];
-    }
-    return name;
-}
 
 }  // namespace
 
@@ -131,47 +111,6 @@ void File::close() {
     }
 }
 
-Path createTemporaryBeside(const Path& target) {
-    const Path real = resolved(target);
-    mode_t mode = 0666;
-    struct stat status {};
-    const bool exists = stat(real.std().c_str(), &status) == 0;
-    if (exists) {
-        // Not the bits that let a program run as its owner: the new file may have another one.
-        mode = status.st_mode & 0777;
-    }
-    const String extension = real.extension();
-    for (int attempt = 0; attempt < 100; ++attempt) {
-        Path candidate = real.withFileName(".tavrin-" + String::fromUtf8(randomName()) +
-                                           (extension.isEmpty() ? String() : "." + extension));
-        const int descriptor =
-            open(candidate.std().c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode);
-        if (descriptor >= 0) {
-            if (exists) {
-                // The umask may have taken rights away that the existing file has. Keeping them
-                // is a courtesy, not a condition.
-                static_cast<void>(fchmod(descriptor, mode));
-            }
-            ::close(descriptor);
-            return candidate;
-        }
-        if (errno != EEXIST) {
-            break;
-        }
-    }
-    failWithErrno(target, kCannotWrite);
-}
-
-void replaceFile(const Path& from, const Path& to) {
-    if (std::rename(from.std().c_str(), resolved(to).std().c_str()) != 0) {
-        failWithErrno(to, kCannotWrite);
-    }
-}
-
-void removeFile(const Path& path) noexcept {
-    static_cast<void>(unlink(path.std().c_str()));
-}
-
 void checkWritable(const Path& target) {
     struct stat status {};
     if (stat(target.std().c_str(), &status) != 0) {
@@ -192,6 +131,10 @@ bool isDevice(const Path& path) {
     struct stat status {};
     return stat(path.std().c_str(), &status) == 0 && !S_ISREG(status.st_mode) &&
            !S_ISDIR(status.st_mode);
+}
+
+void reportFileSizeLimitAsError() {
+    static_cast<void>(std::signal(SIGXFSZ, SIG_IGN));
 }
 
 }  // namespace platform

@@ -45,23 +45,16 @@ private:
     const char* failure_;
 };
 
-/// Makes an empty file with a new name and the extension of `target` in the folder of `target`,
-/// with the access rights that `target` has or would get. Throws an Exception that names `target`.
-Path createTemporaryBeside(const Path& target);
-
-/// Renames `from` to `to` in one step, taking the place of an existing file. Throws an Exception
-/// that names `to`.
-void replaceFile(const Path& from, const Path& to);
-
-/// Removes a file; that it does not exist or cannot be removed is not reported.
-void removeFile(const Path& path) noexcept;
-
 /// Throws an Exception that names `target` when a file of that name cannot be written: a folder, a
 /// write-protected file, an impossible name.
 void checkWritable(const Path& target);
 
 /// True for an existing thing that is neither a regular file nor a folder (/dev/null, a pipe).
 bool isDevice(const Path& path);
+
+/// Lets a write beyond the limit on file sizes fail like one to a full disk, instead of ending the
+/// program.
+void reportFileSizeLimitAsError();
 
 }  // namespace platform
 }  // namespace foundation

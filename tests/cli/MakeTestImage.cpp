@@ -87,6 +87,14 @@ void writeClash(const std::string& file) {
     write(makeHeader(channels), channels, file);
 }
 
+/// A beauty, and a description of the elements that does not end.
+void writeBrokenMetadata(const std::string& file) {
+    const std::vector<std::string> channels = {"B", "G", "R"};
+    Imf::Header header = makeHeader(channels);
+    header.insert("tavrin.elements", Imf::StringAttribute("\"open"));
+    write(header, channels, file);
+}
+
 void writeParts(const std::string& file) {
     const std::vector<std::string> channels = {"B", "G", "R"};
     const Planes planes(channels);
@@ -108,10 +116,8 @@ void writeParts(const std::string& file) {
 
 int main(int argumentCount, char** arguments) {
     static const std::map<std::string, void (*)(const std::string&)> kKinds = {
-        {"render", writeRender},
-        {"layers", writeLayers},
-        {"clash", writeClash},
-        {"parts", writeParts},
+        {"render", writeRender},           {"layers", writeLayers}, {"clash", writeClash},
+        {"metadata", writeBrokenMetadata}, {"parts", writeParts},
     };
     if (argumentCount != 3 || !kKinds.contains(arguments[1])) {
         std::cerr << "A kind of image and a file are expected.\n";

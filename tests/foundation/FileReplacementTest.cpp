@@ -40,12 +40,18 @@ protected:
 
 TEST_F(FileReplacementTest, NewFileAppearsAtCommit) {
     FileReplacement replacement(folder_ / "new.exr");
-    EXPECT_EQ(replacement.getPath().extension(), "exr");
     write(replacement.getPath(), "new");
     EXPECT_FALSE(fs::exists((folder_ / "new.exr").std()));
     replacement.commit();
     EXPECT_THAT(names(), ElementsAre("new.exr"));
     EXPECT_EQ(read(folder_ / "new.exr"), "new");
+}
+
+TEST_F(FileReplacementTest, LinkToAMissingFileMakesThatFile) {
+    fs::create_symlink("real.exr", (folder_ / "link.exr").std());
+    replace(folder_ / "link.exr");
+    EXPECT_TRUE(fs::is_symlink((folder_ / "link.exr").std()));
+    EXPECT_THAT(names(), ElementsAre("link.exr", "real.exr"));
 }
 
 TEST_F(FileReplacementTest, WithoutCommitNothingChanges) {

@@ -5,3 +5,5 @@ try in.exr --info --json
 try in.exr --list-elements
 image layers layers.exr
 try layers.exr --info
+image metadata metadata.exr
+try metadata.exr --info

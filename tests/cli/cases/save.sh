@@ -9,6 +9,8 @@ mkdir all
 try in.exr -o all/shot.png --element '*'
 try in.exr -o copy.txr
 try copy.txr --list-elements
+image clash clash.exr
+try clash.exr -o all/clash.png --element '*'
 ls . all
 
 # Progress only where it is wanted.

@@ -7,6 +7,7 @@ try in.exr second.exr --info
 try --info
 try in.exr --json
 try in.exr --element BEAUTY
+try in.exr --element '' -o out.png
 try in.exr --format-option quality=90 --info
 try in.exr -o out
 try in.exr -o out.xyz
