@@ -45,9 +45,11 @@ TEST_F(BinaryFileStream, ReadingPastTheEndNamesTheFile) {
     std::array<char, 4> bytes{};
     EXPECT_THAT(messageOf([&] { stream.read(bytes.data(), 4); }),
                 AllOf(HasSubstr("short.exr"), HasSubstr("ends before")));
-    stream.seek(std::uint64_t{1} << 40);
+    stream.seek(3);
     EXPECT_TRUE(stream.isAtEnd());
-    EXPECT_THAT(messageOf([&] { stream.seek(~std::uint64_t{0}); }), HasSubstr("short.exr"));
+    for (const std::uint64_t position : {std::uint64_t{4}, ~std::uint64_t{0}}) {
+        EXPECT_THAT(messageOf([&] { stream.seek(position); }), HasSubstr("short.exr"));
+    }
 }
 
 TEST_F(BinaryFileStream, WhatIsNoFileIsNotOpened) {
