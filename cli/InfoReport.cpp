@@ -1,12 +1,10 @@
 #include "cli/InfoReport.h"
 
-#include "foundation/StringArray.h"
+#include "foundation/Text.h"
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 #include <cmath>
-#include <cstdlib>
 #include <iomanip>
 #include <ostream>
 #include <string>
@@ -52,17 +50,11 @@ const char* getKindName(ElementKind kind) {
     return "unsupported";
 }
 
-/// The number with the shortest text that reads back as the float.
 Json toJsonValue(float value) {
     if (!std::isfinite(value)) {
         return std::isnan(value) ? "nan" : value > 0.0f ? "inf" : "-inf";
     }
-    std::array<char, 32> text{};
-    const auto end = std::to_chars(text.data(), text.data() + text.size() - 1, value);
-    *end.ptr = '\0';
-    double number = 0.0;
-    std::from_chars(text.data(), end.ptr, number);
-    return number;
+    return toJson(value);
 }
 
 Json toJsonValue(const Bucket& bucket) {

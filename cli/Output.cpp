@@ -3,7 +3,7 @@
 #include "base/image/Exr.h"
 #include "base/image/ImageIterators.h"
 #include "cli/ElementPicture.h"
-#include "foundation/StringArray.h"
+#include "foundation/Text.h"
 #include "services/imageio/SaveImage.h"
 
 #include <algorithm>
@@ -25,11 +25,7 @@ bool isSameFile(const Path& left, const Path& right) {
 }
 
 bool isTxr(const Path& path) {
-    std::string extension = path.extension().toUtf8();
-    std::ranges::transform(extension, extension.begin(), [](char letter) {
-        return letter >= 'A' && letter <= 'Z' ? char(letter - 'A' + 'a') : letter;
-    });
-    return String::fromUtf8(extension) == kTxrExtension;
+    return Str::toLowerCase(path.extension()) == kTxrExtension;
 }
 
 imageio::ImageFormat getFormat(const Path& path) {

@@ -1,5 +1,8 @@
 #include "foundation/Json.h"
 
+#include <array>
+#include <charconv>
+
 namespace tavrin {
 inline namespace foundation {
 namespace {
@@ -37,6 +40,15 @@ String dumpJson(const Json& json) {
 
 Json toJson(const String& text) {
     return text.toUtf8();
+}
+
+Json toJson(float number) {
+    std::array<char, 32> text{};
+    const char* end = std::to_chars(text.data(), text.data() + text.size(), number).ptr;
+    double shortest = number;
+    std::from_chars(text.data(), end, shortest);
+    // Rounding twice can, rarely, miss the float.
+    return static_cast<float>(shortest) == number ? shortest : double{number};
 }
 
 String toString(const Json& json) {

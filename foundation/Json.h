@@ -19,6 +19,9 @@ Result<Json> parseJson(const String& text);
 String dumpJson(const Json& json);
 
 Json toJson(const String& text);
+/// The number with the shortest text that reads back as the float, so that 0.1f is written as 0.1.
+/// Numbers that are not finite become null when they are written.
+Json toJson(float number);
 /// The text of a JSON string; the caller has checked is_string().
 String toString(const Json& json);
 

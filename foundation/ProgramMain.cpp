@@ -1,6 +1,6 @@
 #include "foundation/ProgramMain.h"
 
-#include "foundation/StringArray.h"
+#include "foundation/Text.h"
 #include "foundation/platform/File.h"
 
 #include <cstdlib>

@@ -18,13 +18,6 @@ String getExportStringArray(const std::vector<String>& items);
 /// "Incorrectly escaped string".
 Result<std::vector<String>> parseExportStringArray(const String& text);
 
-/// A text that any system accepts as the end of a file name: control characters and the characters
-/// <>:"/\|?* become "_", as do trailing dots and spaces; an empty text becomes "_".
-String escapeFilename(const String& text);
-
-/// The text for a terminal: control characters but line ends, which could command it, become "?".
-String escapeControls(const String& text);
-
 }  // namespace Str
 }  // namespace foundation
 }  // namespace tavrin

@@ -5,7 +5,6 @@
 #include "services/colorkit/ColorMappingOperatorFactory.h"
 #include "services/colorkit/Pipeline.h"
 
-#include <charconv>
 #include <cmath>
 #include <iterator>
 #include <limits>
@@ -35,16 +34,6 @@ String toText(std::size_t number) {
     return String::fromUtf8(std::to_string(number));
 }
 
-/// The double whose shortest decimal text is that of the number, so that 0.1f is written as 0.1.
-double withShortText(float number) {
-    char text[32];
-    const char* end = std::to_chars(std::begin(text), std::end(text), number).ptr;
-    double shortest = number;
-    std::from_chars(text, end, shortest);
-    // Rounding twice can, rarely, miss the float.
-    return static_cast<float>(shortest) == number ? shortest : double{number};
-}
-
 Json toJson(const ParameterDeclaration& parameter, const ParameterValue& value) {
     if (const bool* isOn = std::get_if<bool>(&value)) {
         return *isOn;
@@ -52,7 +41,7 @@ Json toJson(const ParameterDeclaration& parameter, const ParameterValue& value) 
     if (const int* choice = std::get_if<int>(&value)) {
         return parameter.choices[static_cast<std::size_t>(*choice)].name;
     }
-    return withShortText(std::get<float>(value));
+    return foundation::toJson(std::get<float>(value));
 }
 
 /// The value that a parameter's JSON stands for; nothing when it is none of its type.

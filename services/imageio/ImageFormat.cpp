@@ -1,6 +1,7 @@
 #include "services/imageio/ImageFormat.h"
 
 #include "foundation/FatalError.h"
+#include "foundation/Text.h"
 
 #include <algorithm>
 #include <limits>
@@ -143,17 +144,6 @@ std::vector<ImageFormatInfo> makeImageFormats() {
     };
 }
 
-/// ASCII letters only: every known extension is ASCII.
-String toLowerCase(const String& text) {
-    std::u16string lower(text.view());
-    for (char16_t& letter : lower) {
-        if (letter >= u'A' && letter <= u'Z') {
-            letter = static_cast<char16_t>(letter - u'A' + u'a');
-        }
-    }
-    return lower;
-}
-
 }  // namespace
 
 const std::vector<ImageFormatInfo>& getImageFormats() {
@@ -171,7 +161,7 @@ const ImageFormatInfo& getImageFormatInfo(ImageFormat format) {
 }
 
 Optional<ImageFormat> detectImageFormat(const Path& path) {
-    const String extension = toLowerCase(path.extension());
+    const String extension = Str::toLowerCase(path.extension());
     for (const ImageFormatInfo& info : getImageFormats()) {
         if (std::ranges::find(info.extensions, extension) != info.extensions.end()) {
             return info.format;

@@ -1,4 +1,5 @@
 #include "foundation/StringArray.h"
+#include "foundation/Text.h"
 #include "tests/support/ArbitraryText.h"
 
 #include <gtest/gtest.h>
