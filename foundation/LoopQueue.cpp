@@ -32,8 +32,12 @@ void LoopQueue::run(ParallelLoop& loop, std::int64_t helpers) {
 }
 
 void LoopQueue::requestHelp() {
+    threadsanitizer::send(this);
     const threadsanitizer::IgnoredWrites taskIsHandedOverByTheLibrary;
-    arena_.enqueue([this] { help(); });
+    arena_.enqueue([this] {
+        threadsanitizer::receive(this);
+        help();
+    });
 }
 
 void LoopQueue::help() noexcept {
