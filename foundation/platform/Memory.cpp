@@ -135,10 +135,10 @@ void* allocatePixelMemory(std::size_t bytes) {
     if (bytes >= 2 * kLargePage) {
         // Only the whole large pages inside, so that the block takes no more memory than it needs.
         // A refusal costs nothing but speed.
-        const auto start = reinterpret_cast<std::uintptr_t>(block);
-        const std::uintptr_t first = (start + kLargePage - 1) / kLargePage * kLargePage;
-        const std::uintptr_t last = (start + bytes) / kLargePage * kLargePage;
-        static_cast<void>(madvise(reinterpret_cast<void*>(first), last - first, MADV_HUGEPAGE));
+        const std::size_t beyond = reinterpret_cast<std::uintptr_t>(block) % kLargePage;
+        const std::size_t skipped = beyond == 0 ? 0 : kLargePage - beyond;
+        static_cast<void>(madvise(static_cast<std::byte*>(block) + skipped,
+                                  (bytes - skipped) / kLargePage * kLargePage, MADV_HUGEPAGE));
     }
     return block;
 }
