@@ -10,7 +10,7 @@ namespace tavrin::colorkit {
 OperatorValues::OperatorValues(const ColorMappingOperatorDescriptor& descriptor)
     : descriptor_(&descriptor), isEnabled_(descriptor.isEnabledByDefault) {
     for (const ParameterDeclaration* parameter : descriptor.parameters) {
-        values_.push_back(parameter->defaultValue);
+        values_.push_back(getDefaultValue(*parameter));
     }
 }
 

@@ -3,11 +3,9 @@
 #include "foundation/Json.h"
 #include "foundation/Result.h"
 #include "services/colorkit/ColorMappingOperatorFactory.h"
+#include "services/colorkit/ParameterJson.h"
 #include "services/colorkit/Pipeline.h"
 
-#include <cmath>
-#include <iterator>
-#include <limits>
 #include <vector>
 
 namespace tavrin::colorkit {
@@ -32,36 +30,6 @@ String quoted(const String& name) {
 
 String toText(std::size_t number) {
     return String::fromUtf8(std::to_string(number));
-}
-
-Json toJson(const ParameterDeclaration& parameter, const ParameterValue& value) {
-    if (const bool* isOn = std::get_if<bool>(&value)) {
-        return *isOn;
-    }
-    if (const int* choice = std::get_if<int>(&value)) {
-        return parameter.choices[static_cast<std::size_t>(*choice)].name;
-    }
-    return foundation::toJson(std::get<float>(value));
-}
-
-/// The value that a parameter's JSON stands for; nothing when it is none of its type.
-Optional<ParameterValue> toValue(const ParameterDeclaration& parameter, const Json& json) {
-    if (std::holds_alternative<bool>(parameter.defaultValue) && json.is_boolean()) {
-        return json.get<bool>();
-    }
-    if (std::holds_alternative<float>(parameter.defaultValue) && json.is_number()) {
-        const double number = json.get<double>();
-        const bool fits = std::abs(number) <= std::numeric_limits<float>::max();
-        return fits ? Optional<ParameterValue>(static_cast<float>(number)) : std::nullopt;
-    }
-    if (std::holds_alternative<int>(parameter.defaultValue) && json.is_string()) {
-        for (std::size_t i = 0; i < parameter.choices.size(); ++i) {
-            if (json.get_ref<const std::string&>() == parameter.choices[i].name) {
-                return static_cast<int>(i);
-            }
-        }
-    }
-    return std::nullopt;
 }
 
 /// The first member of an operator that is neither its type, its switch nor a parameter.
@@ -103,8 +71,8 @@ Result<OperatorValues> parseOperator(const Json& json) {
         const ParameterDeclaration& parameter = *descriptor->parameters[i];
         const auto member = json.find(parameter.name);
         const Optional<ParameterValue> value =
-            member == json.end() ? std::nullopt : toValue(parameter, *member);
-        if (!value || !isAllowed(parameter, *value)) {
+            member == json.end() ? std::nullopt : parseValue(parameter, *member);
+        if (!value) {
             return Failure("The value " + quoted(parameter.name) + ofOperator + " must be " +
                            describeRequirement(parameter) + ".");
         }

@@ -20,6 +20,44 @@ namespace {
 constexpr float kLargest = std::numeric_limits<float>::max();
 constexpr float kSmallestNormal = std::numeric_limits<float>::min();
 
+/// Any allowed value of a parameter, by the type of its default.
+struct ArbitraryValue {
+    const ParameterDeclaration& parameter;
+
+    ParameterValue operator()(bool) const { return *rc::gen::arbitrary<bool>(); }
+    ParameterValue operator()(float) const {
+        return arbitraryNumber(parameter.minimum, parameter.maximum);
+    }
+    ParameterValue operator()(int) const {
+        return *rc::gen::inRange(0, static_cast<int>(parameter.choices.size()));
+    }
+    ParameterValue operator()(const CompressedRgb&) const {
+        const auto next = [this] { return arbitraryNumber(parameter.minimum, parameter.maximum); };
+        return CompressedRgb{next(), next(), next()};
+    }
+    // Texts and paths name things outside the pipeline, none of which are there.
+    ParameterValue operator()(Empty<String>) const { return String(u"no \"such\" \u00FC"); }
+    ParameterValue operator()(Empty<Path>) const {
+        return Path(String("folder/missing file.cube"));
+    }
+    ParameterValue operator()(Empty<std::vector<CurvePoint>>) const {
+        std::vector<CurvePoint> points;
+        float x = arbitraryNumber(-kLargestCurveStop, 0.0f);
+        while (points.size() < kMostCurvePoints && x <= kLargestCurveStop) {
+            points.push_back({x, arbitraryNumber(-kLargestCurveStop, kLargestCurveStop)});
+            x += arbitraryNumber(0.01f, 8.0f);
+        }
+        return points;
+    }
+
+private:
+    /// The ends of the range are the hardest.
+    static float arbitraryNumber(float minimum, float maximum) {
+        const auto share = static_cast<float>(*rc::gen::inRange(-2000, 12001)) / 10000.0f;
+        return std::lerp(minimum, maximum, std::clamp(share, 0.0f, 1.0f));
+    }
+};
+
 }  // namespace
 
 OperatorValues exposure(float stops) {
@@ -36,14 +74,7 @@ std::vector<OperatorValues> arbitraryOperators() {
         values.setEnabled(*rc::gen::arbitrary<bool>());
         for (std::size_t i = 0; i < values.getDescriptor().parameters.size(); ++i) {
             const ParameterDeclaration& parameter = *values.getDescriptor().parameters[i];
-            if (std::holds_alternative<float>(parameter.defaultValue)) {
-                // The ends of the ranges are the hardest.
-                const auto share = static_cast<float>(*rc::gen::inRange(-2000, 12001)) / 10000.0f;
-                values.setAt(i, std::lerp(parameter.minimum, parameter.maximum,
-                                          std::clamp(share, 0.0f, 1.0f)));
-            } else {
-                values.setAt(i, *rc::gen::inRange(0, static_cast<int>(parameter.choices.size())));
-            }
+            values.setAt(i, std::visit(ArbitraryValue{parameter}, parameter.defaultValue));
         }
     }
     return operators;
