@@ -2,8 +2,6 @@
 
 #include "foundation/Exception.h"
 
-#include <string>
-
 namespace tavrin {
 inline namespace foundation {
 
@@ -24,16 +22,6 @@ void BinaryFileInputStream::seek(std::uint64_t position) {
 
 void BinaryFileInputStream::failAtEnd() const {
     throw Exception("File \"" + path_.native() + "\" ends before all of its data could be read.");
-}
-
-String readTextFile(const Path& path, std::uint64_t limit) {
-    BinaryFileInputStream stream(path);
-    if (stream.getSize() > limit) {
-        throw Exception("File \"" + path.native() + "\" is too long for a text of its kind.");
-    }
-    std::string text(stream.getSize(), '\0');
-    stream.read(text.data(), text.size());
-    return String::fromUtf8(text);
 }
 
 }  // namespace foundation

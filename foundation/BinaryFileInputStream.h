@@ -36,9 +36,5 @@ private:
     std::uint64_t position_ = 0;
 };
 
-/// The whole text of a file, decoded from UTF-8. Throws an Exception that names the file, also when
-/// it is longer than `limit` bytes.
-String readTextFile(const Path& path, std::uint64_t limit);
-
 }  // namespace foundation
 }  // namespace tavrin

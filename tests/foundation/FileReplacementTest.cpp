@@ -1,5 +1,5 @@
-#include "foundation/BinaryFileInputStream.h"
 #include "foundation/FileReplacement.h"
+#include "foundation/TextFile.h"
 #include "tests/support/Message.h"
 #include "tests/support/TemporaryFolder.h"
 
@@ -20,7 +20,7 @@ namespace fs = std::filesystem;
 class FileReplacementTest : public testing::Test {
 protected:
     static void write(const Path& path, const char* text) { std::ofstream(path.std()) << text; }
-    static String read(const Path& path) { return readTextFile(path, 1000); }
+    static String read(const Path& path) { return readTextFile(path, 1000).value(); }
     static void replace(const Path& target) {
         FileReplacement replacement(target);
         write(replacement.getPath(), "new");

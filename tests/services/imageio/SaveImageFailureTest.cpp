@@ -1,4 +1,4 @@
-#include "foundation/BinaryFileInputStream.h"
+#include "foundation/TextFile.h"
 #include "services/imageio/SaveImage.h"
 #include "tests/services/imageio/TestPicture.h"
 #include "tests/support/TemporaryFolder.h"
@@ -78,7 +78,7 @@ TEST(SaveImageFailureTest, ACancelledSaveLeavesTheOldFile) {
                       TaskProgress({}, [&] { return ++asked == 2; }));
         EXPECT_EQ(messageOf(answer), "File \"" + path.native().toUtf8() +
                                          "\" cannot be written: saving was cancelled.");
-        EXPECT_EQ(readTextFile(path, 100), "old");
+        EXPECT_EQ(readTextFile(path, 100).value(), "old");
         EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.path().std()), {}), 1);
     }
 }
