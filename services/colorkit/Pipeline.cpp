@@ -1,7 +1,7 @@
 #include "services/colorkit/Pipeline.h"
 
+#include "foundation/data/UniqueIdGenerator.h"
 #include "services/colorkit/UnaryColorMappingOperator.h"
-#include "services/colorkit/UniqueIdGenerator.h"
 #include "services/colorkit/operators/ContrastOperator.h"
 #include "services/colorkit/operators/ExposureOperator.h"
 #include "services/colorkit/operators/HighlightCompressionOperator.h"

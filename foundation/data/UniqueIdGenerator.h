@@ -2,10 +2,11 @@
 
 #include <atomic>
 
-namespace tavrin::colorkit {
+namespace tavrin {
+inline namespace foundation {
 
-/// Numbers the operators of a process, so that one of them can be found again while pipelines
-/// change. Any thread.
+/// Numbers the items of lists that users edit, so that one of them can be found again while its
+/// list changes. Any thread.
 class UniqueIdGenerator {
 public:
     static UniqueIdGenerator& getInstance() {
@@ -13,7 +14,7 @@ public:
         return instance;
     }
 
-    /// A number that was never given before, from 1 on.
+    /// A number that was never given before in this process, from 1 on.
     int getNext() { return ++last_; }
 
 private:
@@ -22,4 +23,5 @@ private:
     std::atomic<int> last_ = 0;
 };
 
-}  // namespace tavrin::colorkit
+}  // namespace foundation
+}  // namespace tavrin

@@ -1,0 +1,37 @@
+#include "foundation/StandardPaths.h"
+
+#include "foundation/platform/DynamicLibrary.h"
+#include "foundation/platform/Environment.h"
+
+#include <filesystem>
+#include <system_error>
+
+namespace tavrin {
+inline namespace foundation {
+namespace StandardPaths {
+namespace {
+
+Path getInstalledData() {
+    return platform::getProgramFolder().parent() / "share" / "tavrin";
+}
+
+}  // namespace
+
+Path toneMappingPresetsBundle() {
+    return getInstalledData() / "presets";
+}
+
+Path lutsBundle() {
+    return getInstalledData() / "luts";
+}
+
+Optional<Path> quorvelWorkspaceDir() {
+    Optional<Path> folder = platform::getEnvironmentPath("TAVRIN_DEVELOPMENT");
+    std::error_code missing;
+    const bool isFolder = folder && std::filesystem::is_directory(folder->std(), missing);
+    return isFolder ? folder : std::nullopt;
+}
+
+}  // namespace StandardPaths
+}  // namespace foundation
+}  // namespace tavrin

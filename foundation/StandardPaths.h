@@ -1,0 +1,26 @@
+#pragma once
+
+#include "foundation/Optional.h"
+#include "foundation/Path.h"
+
+namespace tavrin {
+inline namespace foundation {
+
+/// Where the files that come with the program are. Programs look beside their own folder, so that
+/// an installed program and one in a build tree find their files in the same way. Nothing is said
+/// about whether these folders exist. Any thread.
+namespace StandardPaths {
+
+/// Tone-mapping presets.
+Path toneMappingPresetsBundle();
+
+/// Look-up tables for colours.
+Path lutsBundle();
+
+/// The folder in which the program is developed: what the environment variable TAVRIN_DEVELOPMENT
+/// names, when that is a folder.
+Optional<Path> quorvelWorkspaceDir();
+
+}  // namespace StandardPaths
+}  // namespace foundation
+}  // namespace tavrin
