@@ -4,6 +4,7 @@
 #include "services/colorkit/operators/ExposureOperator.h"
 #include "services/colorkit/operators/HighlightCompressionOperator.h"
 #include "services/colorkit/operators/SaturationOperator.h"
+#include "services/colorkit/operators/VignetteOperator.h"
 #include "services/colorkit/operators/WhiteBalanceOperator.h"
 
 namespace tavrin::colorkit {
@@ -25,6 +26,7 @@ ColorMappingOperatorFactory::ColorMappingOperatorFactory() {
              &ExposureOperator::kDescriptor,
              &HighlightCompressionOperator::kDescriptor,
              &SaturationOperator::kDescriptor,
+             &VignetteOperator::kDescriptor,
              &WhiteBalanceOperator::kDescriptor,
          }) {
         descriptors_.emplace(descriptor->typeName, descriptor);

@@ -36,15 +36,11 @@ namespace {
 HWY_EXPORT(encodeSrgb);
 
 /// IEC 61966-2-1: 12.92 x up to 0.0031308, above that 1.055 x^(1/2.4) - 0.055.
-class SrgbEncodingStage final : public IMappingStage {
-public:
-    void apply(PixelBlock& block) const override {
-        HWY_DYNAMIC_DISPATCH(encodeSrgb)(power_, block);
-    }
-
-private:
-    ScaledPower power_{1.055, 1.0 / 2.4};
-};
+void appendSrgbEncoding(StageList& stages) {
+    stages.add([power = ScaledPower(1.055, 1.0 / 2.4)](PixelBlock& block) {
+        HWY_DYNAMIC_DISPATCH(encodeSrgb)(power, block);
+    });
+}
 
 }  // namespace
 
@@ -52,7 +48,7 @@ void appendDisplayEncoding(float gamma, StageList& stages) {
     constexpr float kSrgbGamma = 2.2f;
     const bool isUsable = std::isfinite(gamma) && gamma > 0.0f;
     if (!isUsable || gamma == kSrgbGamma) {
-        stages.add(std::make_unique<SrgbEncodingStage>());
+        appendSrgbEncoding(stages);
     } else if (gamma != 1.0f) {
         stages.add(std::make_unique<PowerStage>(1.0, 1.0 / double{gamma}));
     }

@@ -79,6 +79,15 @@ HWY_EXPORT(storePixels);
 
 static_assert(sizeof(Rgb) == 4 * sizeof(float), "rows of pixels are read as rows of floats");
 
+PixelColumns::PixelColumns(const PixelBlock& block) {
+    // In double precision as for the rows: floats would be off by one here and there.
+    const double scale = block.position.scale;
+    for (std::size_t i = 0; i < block.count; ++i) {
+        const double offset = static_cast<double>(static_cast<int>(block.firstIndex + i)) * scale;
+        x[i] = block.position.x + static_cast<std::int32_t>(offset);
+    }
+}
+
 void loadBlock(std::span<const Rgb> pixels, PixelBlock& block) {
     block.count = pixels.size();
     HWY_DYNAMIC_DISPATCH(loadPixels)(&pixels.front().r, block);

@@ -3,6 +3,7 @@
 #include "foundation/Color.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <span>
 
 namespace tavrin::colorkit {
@@ -28,6 +29,14 @@ struct PixelBlock {
     std::size_t count;       ///< number of pixels, at most kCapacity
     RowPosition position;    ///< of the whole row
     std::size_t firstIndex;  ///< index in the row of the block's first pixel
+};
+
+/// Where each pixel of the block lies: whole positions along x, for use with vectors. Those after
+/// the last pixel are 0.
+struct PixelColumns {
+    explicit PixelColumns(const PixelBlock& block);
+
+    alignas(128) std::int32_t x[PixelBlock::kCapacity] = {};
 };
 
 /// Loads pixels (at most kCapacity) into the planes. Colours become finite and not negative: what

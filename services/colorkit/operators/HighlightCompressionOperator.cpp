@@ -51,32 +51,11 @@ HWY_AFTER_NAMESPACE();
 
 #include "services/colorkit/OperatorValues.h"
 
-#include <memory>
-
 namespace tavrin::colorkit {
 namespace {
 
 HWY_EXPORT(compressLuminance);
 HWY_EXPORT(compressChannels);
-
-class HighlightCompressionStage final : public IMappingStage {
-public:
-    HighlightCompressionStage(float amount, float white, HighlightMeasure measure)
-        : amount_(amount), inverseSquaredWhite_(1.0f / (white * white)), measure_(measure) {}
-
-    void apply(PixelBlock& block) const override {
-        if (measure_ == HighlightMeasure::Luminance) {
-            HWY_DYNAMIC_DISPATCH(compressLuminance)(amount_, inverseSquaredWhite_, block);
-        } else {
-            HWY_DYNAMIC_DISPATCH(compressChannels)(amount_, inverseSquaredWhite_, block);
-        }
-    }
-
-private:
-    float amount_;
-    float inverseSquaredWhite_;
-    HighlightMeasure measure_;
-};
 
 constexpr const ParameterDeclaration* kParameters[] = {&HighlightCompressionOperator::kAmount,
                                                        &HighlightCompressionOperator::kWhite,
@@ -87,8 +66,14 @@ void appendStages(const OperatorValues& values, const MappingEnvironment&, Stage
     const float white = values.get(HighlightCompressionOperator::kWhite);
     // At white 1 the curve is a straight line.
     if (amount != 0.0f && white != 1.0f) {
-        stages.add(std::make_unique<HighlightCompressionStage>(
-            amount, white, values.get(HighlightCompressionOperator::kMeasure)));
+        const auto measure = values.get(HighlightCompressionOperator::kMeasure);
+        stages.add([amount, inverse = 1.0f / (white * white), measure](PixelBlock& block) {
+            if (measure == HighlightMeasure::Luminance) {
+                HWY_DYNAMIC_DISPATCH(compressLuminance)(amount, inverse, block);
+            } else {
+                HWY_DYNAMIC_DISPATCH(compressChannels)(amount, inverse, block);
+            }
+        });
     }
 }
 

@@ -18,20 +18,27 @@ namespace HWY_NAMESPACE {
 
 namespace hn = hwy::HWY_NAMESPACE;
 
-/// Calls body(d, r, g, b), which changes the three vectors in place, for all colours of the block.
-/// A lambda needs HWY_ATTR after its parameters.
+/// Calls body(d, i, r, g, b), which changes the three vectors in place, for all colours of the
+/// block; i is the index of the vectors' first pixel. A lambda needs HWY_ATTR after its parameters.
 template <class Body>
-HWY_INLINE void forEachColor(PixelBlock& block, const Body& body) {
+HWY_INLINE void forEachIndexedColor(PixelBlock& block, const Body& body) {
     const hn::ScalableTag<float> d;
     for (std::size_t i = 0; i < block.count; i += hn::Lanes(d)) {
         auto r = hn::Load(d, block.r + i);
         auto g = hn::Load(d, block.g + i);
         auto b = hn::Load(d, block.b + i);
-        body(d, r, g, b);
+        body(d, i, r, g, b);
         hn::Store(r, d, block.r + i);
         hn::Store(g, d, block.g + i);
         hn::Store(b, d, block.b + i);
     }
+}
+
+/// The same with body(d, r, g, b).
+template <class Body>
+HWY_INLINE void forEachColor(PixelBlock& block, const Body& body) {
+    forEachIndexedColor(block, [&body](auto d, std::size_t, auto& r, auto& g, auto& b)
+                                   HWY_ATTR { body(d, r, g, b); });
 }
 
 /// Replaces every component v of the block by body(d, v).
