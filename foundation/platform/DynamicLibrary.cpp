@@ -4,6 +4,8 @@
 
 #include <dlfcn.h>
 
+#include <filesystem>
+
 namespace tavrin {
 inline namespace foundation {
 namespace platform {
@@ -27,6 +29,17 @@ void* DynamicLibrary::getSymbol(const char* name) const {
 
 Path getProgramFolder() {
     return Path(std::filesystem::read_symlink("/proc/self/exe")).parent();
+}
+
+Path findModule(const String& name) {
+    // A build tree has no folder of the installed name.
+    const String fileName = name + TAVRIN_MODULE_SUFFIX;
+    const Path installed = getProgramFolder() / TAVRIN_MODULE_FOLDER_INSTALLED / fileName;
+    std::error_code error;
+    if (std::filesystem::exists(installed.std(), error)) {
+        return installed;
+    }
+    return getProgramFolder() / TAVRIN_MODULE_FOLDER_BUILT / fileName;
 }
 
 }  // namespace platform

@@ -25,6 +25,10 @@ private:
 /// The folder of the running program's file.
 Path getProgramFolder();
 
+/// Where a module of ours is, beside the running program as it is installed or as it is built. The
+/// name has no suffix.
+Path findModule(const String& name);
+
 }  // namespace platform
 }  // namespace foundation
 }  // namespace tavrin

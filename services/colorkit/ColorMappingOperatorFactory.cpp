@@ -1,8 +1,11 @@
 #include "services/colorkit/ColorMappingOperatorFactory.h"
 
+#include "services/colorkit/operators/AcesOperator.h"
 #include "services/colorkit/operators/ContrastOperator.h"
 #include "services/colorkit/operators/ExposureOperator.h"
 #include "services/colorkit/operators/HighlightCompressionOperator.h"
+#include "services/colorkit/operators/LutOperator.h"
+#include "services/colorkit/operators/OpenColorIoViewOperator.h"
 #include "services/colorkit/operators/SaturationOperator.h"
 #include "services/colorkit/operators/VignetteOperator.h"
 #include "services/colorkit/operators/WhiteBalanceOperator.h"
@@ -22,9 +25,12 @@ const ColorMappingOperatorDescriptor* ColorMappingOperatorFactory::findDescripto
 
 ColorMappingOperatorFactory::ColorMappingOperatorFactory() {
     for (const ColorMappingOperatorDescriptor* descriptor : {
+             &AcesOperator::kDescriptor,
              &ContrastOperator::kDescriptor,
              &ExposureOperator::kDescriptor,
              &HighlightCompressionOperator::kDescriptor,
+             &LutOperator::kDescriptor,
+             &OpenColorIoViewOperator::kDescriptor,
              &SaturationOperator::kDescriptor,
              &VignetteOperator::kDescriptor,
              &WhiteBalanceOperator::kDescriptor,

@@ -5,6 +5,11 @@
 
 namespace tavrin::colorkit {
 
+/// Kinds of errors, as the first argument of a context's error callback.
+enum class MappingError {
+    Transform = 1,  ///< a file or a library that an operator needs cannot be used
+};
+
 /// What the mapping takes from outside the pipeline: the display's curve and the properties of the
 /// camera that took the picture. The defaults are those of an image that says nothing.
 struct CommonColorMappingContext {
@@ -27,8 +32,8 @@ struct CommonColorMappingContext {
     float fStop = 16.0f;
     /// Reciprocal of the exposure time, in 1/s.
     float shutterSpeed = 50.0f;
-    /// Told about operators that cannot do their work (such as a LUT file that is missing): a
-    /// number that tells the kinds of errors apart, and a sentence. May be empty. Called on the
+    /// Told about operators that cannot do their work (such as a LUT file that is missing) and are
+    /// left out of the mapping: a MappingError and a sentence. May be empty. Called on the
     /// thread that creates a mapping operator.
     Function<void(int id, const String& text)> errorCallback;
 };

@@ -8,4 +8,7 @@ namespace tavrin::colorkit {
 /// the display gamma of a CommonColorMappingContext.
 void appendDisplayEncoding(float gamma, StageList& stages);
 
+/// Appends the inverse of that curve.
+void appendDisplayDecoding(float gamma, StageList& stages);
+
 }  // namespace tavrin::colorkit
