@@ -1,0 +1,70 @@
+#include "services/colorkit/Pipeline.h"
+#include "services/colorkit/operators/ContrastOperator.h"
+#include "services/colorkit/operators/ExposureOperator.h"
+#include "services/colorkit/operators/HighlightCompressionOperator.h"
+#include "services/postcore/LegacyToneMapping.h"
+#include "tests/support/Message.h"
+
+#include <gtest/gtest.h>
+
+#include <limits>
+#include <map>
+
+namespace tavrin::postcore {
+namespace {
+
+using namespace colorkit;
+
+class Target final : public ISettings {
+public:
+    Property get(int id) const override { return values.at(id); }
+    void set(int id, const Property& value) override { values.insert_or_assign(id, value); }
+    bool isReadOnly() const override { return false; }
+
+    std::map<int, Property> values;
+};
+
+class LegacyToneMapping : public testing::Test {
+protected:
+    void set(const char* name, const Property& value) {
+        for (const PropertyDescriptor& descriptor : getLegacyTonemappingDescriptors()) {
+            if (descriptor.name == name) {
+                settings_.set(descriptor.id, value);
+                return;
+            }
+        }
+        FAIL() << name;
+    }
+    std::vector<const IColorMappingOperator*> list() {
+        pipeline_ = settings_.getColorMappingPipeline();
+        return listOperators(pipeline_);
+    }
+
+    Target target_;
+    LegacyAwarePostParamsSettings settings_{target_};
+    EntityHolder<IColorMappingOperator> pipeline_;
+};
+
+TEST_F(LegacyToneMapping, PassesOtherPropertiesOn) {
+    settings_.set(353, 0.5f);
+    EXPECT_TRUE(target_.values.at(353) == Property(0.5f));
+    EXPECT_TRUE(list().empty());
+    EXPECT_NE(tests::messageOf([&] { settings_.get(353); }), "");
+}
+
+TEST_F(LegacyToneMapping, BecomesOperatorsInOrder) {
+    set("toneMapHighlightCompression", 2.0f);
+    set("toneMapExposure", 100.0f);
+    set("toneMapContrast", std::numeric_limits<float>::quiet_NaN());
+    set("toneMapSaturation", 1);
+    const auto operators = list();
+    EXPECT_TRUE(target_.values.empty());
+    ASSERT_EQ(operators.size(), 2u);
+    const OperatorValues exposure =
+        OperatorValues(ExposureOperator::kDescriptor).set(ExposureOperator::kStops, 10.0f);
+    EXPECT_TRUE(operators[0]->getValues() == exposure);
+    EXPECT_EQ(operators[1]->getValues().get(HighlightCompressionOperator::kWhite), 2.0f);
+}
+
+}  // namespace
+}  // namespace tavrin::postcore
