@@ -32,6 +32,15 @@ Optional<Path> quorvelWorkspaceDir() {
     return isFolder ? folder : std::nullopt;
 }
 
+Path userConfig() {
+    const Optional<Path> config = platform::getEnvironmentPath("XDG_CONFIG_HOME");
+    if (config && config->std().is_absolute()) {
+        return *config / "tavrin";
+    }
+    const Path home = platform::getEnvironmentPath("HOME").value_or(Path(String("/")));
+    return home / ".config" / "tavrin";
+}
+
 }  // namespace StandardPaths
 }  // namespace foundation
 }  // namespace tavrin
