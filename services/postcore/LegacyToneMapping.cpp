@@ -5,7 +5,9 @@
 #include "services/colorkit/operators/ContrastOperator.h"
 #include "services/colorkit/operators/ExposureOperator.h"
 #include "services/colorkit/operators/HighlightCompressionOperator.h"
+#include "services/colorkit/operators/LutOperator.h"
 #include "services/colorkit/operators/SaturationOperator.h"
+#include "services/colorkit/operators/VignetteOperator.h"
 #include "services/colorkit/operators/WhiteBalanceOperator.h"
 
 #include <algorithm>
