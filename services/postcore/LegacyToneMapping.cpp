@@ -11,38 +11,65 @@
 #include "services/colorkit/operators/WhiteBalanceOperator.h"
 
 #include <algorithm>
-#include <cmath>
 
 namespace tavrin::postcore {
 namespace {
 
 using namespace colorkit;
 
-/// A legacy number and the parameter that has taken its place, with the same unit.
-struct LegacyNumber {
+/// A legacy parameter and the one that has taken its place, with the same unit.
+struct LegacyParameter {
     int id;
     const char* name;
     const ColorMappingOperatorDescriptor* operatorType;
-    const Parameter<float>* parameter;
+    const ParameterDeclaration* parameter;  ///< a number or a path
 };
 
 /// In the order in which the operators work on a colour.
-constexpr LegacyNumber kNumbers[] = {
+constexpr LegacyParameter kParameters[] = {
     {10001, "toneMapExposure", &ExposureOperator::kDescriptor, &ExposureOperator::kStops},
     {10002, "toneMapWhiteBalance", &WhiteBalanceOperator::kDescriptor,
      &WhiteBalanceOperator::kTemperature},
-    {10003, "toneMapSaturation", &SaturationOperator::kDescriptor,
+    {10003, "toneMapVignette", &VignetteOperator::kDescriptor, &VignetteOperator::kStrength},
+    {10004, "toneMapSaturation", &SaturationOperator::kDescriptor,
      &SaturationOperator::kSaturation},
-    {10004, "toneMapContrast", &ContrastOperator::kDescriptor, &ContrastOperator::kContrast},
-    {10005, "toneMapHighlightCompression", &HighlightCompressionOperator::kDescriptor,
+    {10005, "toneMapContrast", &ContrastOperator::kDescriptor, &ContrastOperator::kContrast},
+    {10006, "toneMapHighlightCompression", &HighlightCompressionOperator::kDescriptor,
      &HighlightCompressionOperator::kWhite},
+    {10007, "toneMapLutPath", &LutOperator::kDescriptor, &LutOperator::kPath},
+    {10008, "toneMapLutOpacity", &LutOperator::kDescriptor, &LutOperator::kOpacity},
 };
 
-PropertyDescriptor makeDescriptor(const LegacyNumber& number) {
-    const Parameter<float>& parameter = *number.parameter;
-    return {number.id,           number.name,
-            PropertyType::Float, std::get<float>(parameter.defaultValue),
-            parameter.minimum,   parameter.maximum};
+PropertyDescriptor makeDescriptor(const LegacyParameter& legacy) {
+    const ParameterDeclaration& parameter = *legacy.parameter;
+    if (const float* value = std::get_if<float>(&parameter.defaultValue)) {
+        return {legacy.id, legacy.name,       PropertyType::Float,
+                *value,    parameter.minimum, parameter.maximum};
+    }
+    return {legacy.id, legacy.name, PropertyType::String, String(), {}, {}};
+}
+
+/// The value as the parameter takes it, if it can.
+Optional<ParameterValue> convert(const Property& property, const ParameterDeclaration& parameter) {
+    Optional<ParameterValue> value;
+    if (const float* number = property.getIf<float>()) {
+        value = std::clamp(*number, parameter.minimum, parameter.maximum);
+    } else if (const String* text = property.getIf<String>()) {
+        value = Path(*text);
+    }
+    return value && isAllowed(parameter, *value) ? value : std::nullopt;
+}
+
+void setParameter(OperatorValues& values, const ParameterDeclaration& parameter,
+                  const ParameterValue& value) {
+    const auto& parameters = values.getDescriptor().parameters;
+    const auto found = std::ranges::find(parameters, &parameter);
+    values.setAt(static_cast<std::size_t>(found - parameters.begin()), value);
+}
+
+bool isLutWithoutFile(const OperatorValues& values) {
+    return &values.getDescriptor() == &LutOperator::kDescriptor &&
+           values.get(LutOperator::kPath).isEmpty();
 }
 
 }  // namespace
@@ -50,7 +77,7 @@ PropertyDescriptor makeDescriptor(const LegacyNumber& number) {
 const std::vector<PropertyDescriptor>& getLegacyTonemappingDescriptors() {
     static const std::vector<PropertyDescriptor> descriptors = [] {
         std::vector<PropertyDescriptor> list;
-        std::ranges::transform(kNumbers, std::back_inserter(list), makeDescriptor);
+        std::ranges::transform(kParameters, std::back_inserter(list), makeDescriptor);
         return list;
     }();
     return descriptors;
@@ -73,16 +100,19 @@ void LegacyAwarePostParamsSettings::set(int id, const Property& value) {
 
 EntityHolder<IColorMappingOperator> LegacyAwarePostParamsSettings::getColorMappingPipeline() const {
     std::vector<OperatorValues> operators;
-    for (const LegacyNumber& number : kNumbers) {
-        const auto found = legacyValues_.find(number.id);
-        const float* value = found == legacyValues_.end() ? nullptr : found->second.getIf<float>();
-        if (value != nullptr && !std::isnan(*value)) {
-            OperatorValues values(*number.operatorType);
-            values.set(*number.parameter,
-                       std::clamp(*value, number.parameter->minimum, number.parameter->maximum));
-            operators.push_back(std::move(values));
+    for (const LegacyParameter& legacy : kParameters) {
+        const auto found = legacyValues_.find(legacy.id);
+        const auto value =
+            found != legacyValues_.end() ? convert(found->second, *legacy.parameter) : std::nullopt;
+        if (!value) {
+            continue;
         }
+        if (operators.empty() || &operators.back().getDescriptor() != legacy.operatorType) {
+            operators.emplace_back(*legacy.operatorType).setEnabled(true);
+        }
+        setParameter(operators.back(), *legacy.parameter, *value);
     }
+    std::erase_if(operators, isLutWithoutFile);
     return makePipeline(operators);
 }
 

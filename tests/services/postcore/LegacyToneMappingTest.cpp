@@ -2,6 +2,8 @@
 #include "services/colorkit/operators/ContrastOperator.h"
 #include "services/colorkit/operators/ExposureOperator.h"
 #include "services/colorkit/operators/HighlightCompressionOperator.h"
+#include "services/colorkit/operators/LutOperator.h"
+#include "services/colorkit/operators/VignetteOperator.h"
 #include "services/postcore/LegacyToneMapping.h"
 #include "tests/support/Message.h"
 
@@ -64,6 +66,19 @@ TEST_F(LegacyToneMapping, BecomesOperatorsInOrder) {
         OperatorValues(ExposureOperator::kDescriptor).set(ExposureOperator::kStops, 10.0f);
     EXPECT_TRUE(operators[0]->getValues() == exposure);
     EXPECT_EQ(operators[1]->getValues().get(HighlightCompressionOperator::kWhite), 2.0f);
+}
+
+TEST_F(LegacyToneMapping, LutNeedsAFile) {
+    set("toneMapLutOpacity", 0.5f);
+    EXPECT_TRUE(list().empty());
+    set("toneMapLutPath", String("film.cube"));
+    set("toneMapVignette", 0.25f);
+    const auto operators = list();
+    ASSERT_EQ(operators.size(), 2u);
+    EXPECT_EQ(operators[0]->getValues().get(VignetteOperator::kStrength), 0.25f);
+    EXPECT_EQ(operators[1]->getValues().get(LutOperator::kPath), Path(String("film.cube")));
+    EXPECT_EQ(operators[1]->getValues().get(LutOperator::kOpacity), 0.5f);
+    EXPECT_TRUE(operators[0]->getValues().isEnabled() && operators[1]->getValues().isEnabled());
 }
 
 }  // namespace
