@@ -70,8 +70,10 @@ Result<OperatorValues> parseOperator(const Json& json) {
     for (std::size_t i = 0; i < descriptor->parameters.size(); ++i) {
         const ParameterDeclaration& parameter = *descriptor->parameters[i];
         const auto member = json.find(parameter.name);
-        const Optional<ParameterValue> value =
-            member == json.end() ? std::nullopt : parseValue(parameter, *member);
+        if (member == json.end()) {
+            continue;
+        }
+        const Optional<ParameterValue> value = parseValue(parameter, *member);
         if (!value) {
             return Failure("The value " + quoted(parameter.name) + ofOperator + " must be " +
                            describeRequirement(parameter) + ".");
