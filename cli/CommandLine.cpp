@@ -74,6 +74,8 @@ void addOptions(CLI::App& app, RawArguments& raw, Options& options) {
                  "Print the names of the image's elements, one per line");
     app.add_flag("--list-formats", options.listFormats,
                  "Print the picture formats with their extensions and options");
+    app.add_flag("--list-operators", options.listOperators,
+                 "Print the operators that tone-mapping presets are made of");
     app.add_option("--threads", options.threads,
                    "How many threads may work; one per processor without this option")
         ->type_name("N")
@@ -105,9 +107,9 @@ void check(const Options& options) {
     if (asksOfImage && options.input.isEmpty()) {
         throw UsageError("An image to open is expected.");
     }
-    if (!asksOfImage && !options.listFormats) {
+    if (!asksOfImage && !options.listFormats && !options.listOperators) {
         throw UsageError(
-            "There is nothing to do: --output, --info, --list-elements or --list-formats is "
+            "There is nothing to do: --output, --info or one of the --list options is "
             "expected.");
     }
 }

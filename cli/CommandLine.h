@@ -23,6 +23,7 @@ struct Options {
     bool json = false;
     bool listElements = false;
     bool listFormats = false;
+    bool listOperators = false;
     int threads = 0;  ///< 0: one per processor
     bool quiet = false;
     ProgressMode progress = ProgressMode::Auto;

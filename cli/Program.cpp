@@ -4,6 +4,7 @@
 #include "base/image/ExrInfo.h"
 #include "cli/FormatList.h"
 #include "cli/InfoReport.h"
+#include "cli/OperatorList.h"
 #include "cli/Output.h"
 #include "cli/ProgressLine.h"
 #include "foundation/Scheduler.h"
@@ -53,6 +54,9 @@ void printElementNames(const image::ExrInfo& info) {
 void printRequestedLists(const Options& options) {
     if (options.listFormats) {
         printFormats(std::cout);
+    }
+    if (options.listOperators) {
+        printOperators(std::cout);
     }
     if (!options.info && !options.listElements) {
         return;
