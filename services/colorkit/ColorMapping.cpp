@@ -10,8 +10,13 @@ bool ColorMapping::isEnabled() const {
 }
 
 void ColorMapping::setEnabled(bool enabled) {
-    const std::lock_guard lock(mutex_);
-    enabled_ = enabled;
+    {
+        const std::lock_guard lock(mutex_);
+        if (std::exchange(enabled_, enabled) == enabled) {
+            return;
+        }
+    }
+    enabledObservers_.notify();
 }
 
 EntityHolder<IColorMappingOperator> ColorMapping::getPipeline() const {
@@ -20,8 +25,23 @@ EntityHolder<IColorMappingOperator> ColorMapping::getPipeline() const {
 }
 
 void ColorMapping::setPipeline(EntityHolder<IColorMappingOperator> pipeline) {
-    const std::lock_guard lock(mutex_);
-    pipeline_ = std::move(pipeline);
+    {
+        const std::lock_guard lock(mutex_);
+        if (pipeline_ == pipeline) {
+            return;
+        }
+        // What was there ends with the argument, after the lock.
+        std::swap(pipeline_, pipeline);
+    }
+    pipelineObservers_.notify();
+}
+
+CallbackLifetime ColorMapping::addEnabledObserver(Function<void()> observer) {
+    return enabledObservers_.add(std::move(observer));
+}
+
+CallbackLifetime ColorMapping::addPipelineObserver(Function<void()> observer) {
+    return pipelineObservers_.add(std::move(observer));
 }
 
 CommonColorMappingContext ColorMapping::getContext() const {
@@ -36,12 +56,21 @@ void ColorMapping::setContext(CommonColorMappingContext context) {
 
 SharedPtr<const ColorMappingOperator<0>> ColorMapping::createMappingOperator(
     const CommonColorMappingContext& context, Pixel displaySize) const {
-    std::unique_lock lock(mutex_);
-    const bool isEnabled = enabled_;
-    const EntityHolder<IColorMappingOperator> pipeline = pipeline_;
-    lock.unlock();
+    const auto [isEnabled, pipeline] = getState();
     return std::make_shared<const ColorMappingOperator<0>>(
         pipeline, isEnabled, MappingEnvironment{context, displaySize});
+}
+
+SharedPtr<const HistogramColorMappingOperator> ColorMapping::createHistogramOperator(
+    const CommonColorMappingContext& context, Pixel displaySize, std::uint32_t stage) const {
+    const auto [isEnabled, pipeline] = getState();
+    return std::make_shared<const HistogramColorMappingOperator>(
+        pipeline, isEnabled, MappingEnvironment{context, displaySize}, stage);
+}
+
+std::pair<bool, EntityHolder<IColorMappingOperator>> ColorMapping::getState() const {
+    const std::lock_guard lock(mutex_);
+    return {enabled_, pipeline_};
 }
 
 }  // namespace tavrin::colorkit

@@ -1,13 +1,18 @@
 #pragma once
 
+#include "foundation/CallbackLifetime.h"
 #include "foundation/EntityHolder.h"
+#include "foundation/Function.h"
 #include "foundation/Geometry.h"
+#include "foundation/ObserverList.h"
 #include "foundation/SharedPtr.h"
 #include "services/colorkit/ColorMappingOperator.h"
 #include "services/colorkit/CommonColorMappingContext.h"
 #include "services/colorkit/IColorMappingOperator.h"
 
+#include <cstdint>
 #include <mutex>
+#include <utility>
 
 namespace tavrin::colorkit {
 
@@ -16,13 +21,28 @@ namespace tavrin::colorkit {
 /// is held only to exchange values.
 class ColorMapping {
 public:
+    /// The type of data objects that hold the switch and the pipeline, and its properties.
+    struct Data {
+        static constexpr const char* kTypeName = "ColorMapping";
+        static constexpr const char* kPipeline = "pipeline";
+        static constexpr const char* kEnabled = "enabled";
+    };
+
     /// Off, colours are only encoded for the display. On at first.
     bool isEnabled() const;
     void setEnabled(bool enabled);
 
-    /// Empty at first.
+    /// Empty at first. Setting the same pipeline again is no change; another one with the same
+    /// operators is, as its operators have other ids.
     EntityHolder<IColorMappingOperator> getPipeline() const;
     void setPipeline(EntityHolder<IColorMappingOperator> pipeline);
+
+    /// Observers are called after every change of the switch, or of the pipeline, on the thread
+    /// that made it. They find the new state by asking for it; when several threads make changes,
+    /// it may be newer than the change that they are told about. The rules of ObserverList apply
+    /// to each of the two.
+    [[nodiscard]] CallbackLifetime addEnabledObserver(Function<void()> observer);
+    [[nodiscard]] CallbackLifetime addPipelineObserver(Function<void()> observer);
 
     CommonColorMappingContext getContext() const;
     void setContext(CommonColorMappingContext context);
@@ -31,13 +51,22 @@ public:
     /// of this display size.
     SharedPtr<const ColorMappingOperator<0>> createMappingOperator(
         const CommonColorMappingContext& context, Pixel displaySize) const;
+    /// The same for measuring at one of the pipeline's operators.
+    SharedPtr<const HistogramColorMappingOperator> createHistogramOperator(
+        const CommonColorMappingContext& context, Pixel displaySize, std::uint32_t stage) const;
 
 private:
+    /// The switch and the pipeline at one moment.
+    std::pair<bool, EntityHolder<IColorMappingOperator>> getState() const;
+
     mutable std::mutex mutex_;
     // Guarded by mutex_.
     bool enabled_ = true;
     EntityHolder<IColorMappingOperator> pipeline_;
     CommonColorMappingContext context_;
+
+    ObserverList<> enabledObservers_;
+    ObserverList<> pipelineObservers_;
 };
 
 }  // namespace tavrin::colorkit

@@ -1,12 +1,13 @@
 #include "services/colorkit/ColorMappingOperator.h"
 
-#include "foundation/Scheduler.h"
 #include "services/colorkit/DisplayEncoding.h"
 #include "services/colorkit/Pipeline.h"
 #include "services/colorkit/StageList.h"
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
+#include <vector>
 
 namespace tavrin::colorkit {
 namespace {
@@ -23,9 +24,9 @@ void appendContextExposure(const CommonColorMappingContext& context, StageList& 
     }
 }
 
-void appendPipeline(const EntityHolder<IColorMappingOperator>& pipeline,
-                    const MappingEnvironment& environment, StageList& stages) {
-    for (const IColorMappingOperator* current : listOperators(pipeline)) {
+void appendOperators(const std::vector<const IColorMappingOperator*>& operators,
+                     const MappingEnvironment& environment, StageList& stages) {
+    for (const IColorMappingOperator* current : operators) {
         const OperatorValues& values = current->getValues();
         if (values.isEnabled()) {
             values.getDescriptor().appendStages(values, environment, stages);
@@ -33,46 +34,43 @@ void appendPipeline(const EntityHolder<IColorMappingOperator>& pipeline,
     }
 }
 
-}  // namespace
-
-ColorMappingOperator<0>::ColorMappingOperator(const EntityHolder<IColorMappingOperator>& pipeline,
-                                              bool isEnabled,
-                                              const MappingEnvironment& environment) {
+StageList makeDisplayStages(const EntityHolder<IColorMappingOperator>& pipeline, bool isEnabled,
+                            const MappingEnvironment& environment) {
     StageList stages;
     if (isEnabled) {
         appendContextExposure(environment.context, stages);
-        appendPipeline(pipeline, environment, stages);
+        appendOperators(listOperators(pipeline), environment, stages);
     }
     appendDisplayEncoding(environment.context.displayGamma, stages);
-    stages_ = stages.take();
+    return stages;
 }
 
-void ColorMappingOperator<0>::mapRow(std::span<Rgb> row, const RowPosition& position) const {
-    PixelBlock block;
-    block.position = position;
-    for (std::size_t first = 0; first < row.size(); first += PixelBlock::kCapacity) {
-        const std::size_t count = std::min(PixelBlock::kCapacity, row.size() - first);
-        const std::span<Rgb> pixels = row.subspan(first, count);
-        block.firstIndex = first;
-        loadBlock(pixels, block);
-        for (const auto& stage : stages_) {
-            stage->apply(block);
-        }
-        storeBlock(block, pixels);
+StageList makeHistogramStages(const EntityHolder<IColorMappingOperator>& pipeline, bool isEnabled,
+                              const MappingEnvironment& environment, std::uint32_t stage) {
+    std::vector<const IColorMappingOperator*> operators = listOperators(pipeline);
+    const auto found = std::find_if(operators.begin(), operators.end(), [stage](const auto* each) {
+        return each->getId() > 0 && static_cast<std::uint32_t>(each->getId()) == stage;
+    });
+    StageList stages;
+    if (found == operators.end()) {
+        stages.addMatrix(Matrix3::diagonal({0.0, 0.0, 0.0}));
+    } else if (isEnabled) {
+        operators.erase(std::next(found), operators.end());
+        appendContextExposure(environment.context, stages);
+        appendOperators(operators, environment, stages);
     }
+    return stages;
 }
 
-void ColorMappingOperator<0>::mapBitmap(BitmapImpl<Rgb>& bitmap, Pixel origin, float scale) const {
-    const auto mapRowAt = [&](std::int64_t y) {
-        const int offset = static_cast<int>(static_cast<double>(y) * double{scale});
-        mapRow(bitmap.row(static_cast<int>(y)), {origin.x, origin.y + offset, scale});
-    };
-    const int height = bitmap.getHeight();
-    if (height == 1) {
-        mapRowAt(0);
-    } else {
-        Scheduler::defaultInstance().parallelFor(0, height, TaskPriority::Interactive, mapRowAt);
-    }
-}
+}  // namespace
+
+ColorMappingOperator<0>::ColorMappingOperator(const EntityHolder<IColorMappingOperator>& pipeline,
+                                              bool isEnabled, const MappingEnvironment& environment)
+    : StagedMapping(makeDisplayStages(pipeline, isEnabled, environment)) {}
+
+HistogramColorMappingOperator::HistogramColorMappingOperator(
+    const EntityHolder<IColorMappingOperator>& pipeline, bool isEnabled,
+    const MappingEnvironment& environment, std::uint32_t stage)
+    : StagedMapping(makeHistogramStages(pipeline, isEnabled, environment, stage)) {}
 
 }  // namespace tavrin::colorkit

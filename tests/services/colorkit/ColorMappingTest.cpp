@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <string>
 #include <thread>
 #include <vector>
 
@@ -64,6 +65,61 @@ TEST(ColorMapping, MayChangeWhileOthersMap) {
     for (std::thread& mapper : mappers) {
         mapper.join();
     }
+}
+
+TEST(ColorMapping, ObserversAreToldAboutChanges) {
+    ColorMapping colorMapping;
+    std::string calls;
+    auto enabled = colorMapping.addEnabledObserver(
+        [&] { calls += colorMapping.isEnabled() ? "on " : "off "; });
+    auto pipeline = colorMapping.addPipelineObserver(
+        [&] { calls += colorMapping.getPipeline().isEmpty() ? "empty " : "full "; });
+    colorMapping.setEnabled(true);
+    colorMapping.setPipeline({});
+    EXPECT_EQ(calls, "");
+    const auto operators = makePipeline({exposure(1.0f)});
+    colorMapping.setPipeline(operators);
+    colorMapping.setPipeline(operators);
+    colorMapping.setEnabled(false);
+    EXPECT_EQ(calls, "full off ");
+    // Its operator has another id.
+    colorMapping.setPipeline(makePipeline({exposure(1.0f)}));
+    EXPECT_EQ(calls, "full off full ");
+    enabled = {};
+    pipeline = {};
+    colorMapping.setEnabled(true);
+    colorMapping.setPipeline({});
+    EXPECT_EQ(calls, "full off full ");
+}
+
+TEST(ColorMapping, ObserversMayComeAndGoWhileOthersChangeIt) {
+    ColorMapping colorMapping;
+    std::atomic<int> running = 2;
+    std::vector<std::thread> editors;
+    for (int i = 0; i < 2; ++i) {
+        editors.emplace_back([&, i] {
+            for (int k = 0; k < 500; ++k) {
+                colorMapping.setPipeline(makePipeline({exposure(1.0f)}));
+                colorMapping.setEnabled((k + i) % 2 == 0);
+            }
+            --running;
+        });
+    }
+    int calls = 0;
+    do {
+        // Plain on purpose: the notifications must come one after the other.
+        const auto lifetime = colorMapping.addPipelineObserver([&] {
+            ++calls;
+            EXPECT_FALSE(colorMapping.getPipeline().isEmpty());
+        });
+        std::this_thread::yield();
+    } while (running > 0);
+    for (std::thread& editor : editors) {
+        editor.join();
+    }
+    const auto lifetime = colorMapping.addPipelineObserver([&] { calls = -1; });
+    colorMapping.setPipeline({});
+    EXPECT_EQ(calls, -1);
 }
 
 }  // namespace
