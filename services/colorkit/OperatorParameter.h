@@ -40,6 +40,7 @@ struct ParameterDeclaration {
     float minimum = 0.0f;  ///< of a number and of each of three
     float maximum = 0.0f;  ///< of a number and of each of three
     std::span<const ParameterChoice> choices = {};
+    bool isSlider = false;  ///< of a number: it is shown with a slider
 };
 
 /// A declaration that knows the type of its values: one of ParameterValue's alternatives, or the
@@ -56,6 +57,12 @@ constexpr Parameter<float> declareNumber(const char* name, const char* displayNa
                                          float defaultValue, float minimum, float maximum,
                                          const char* description) {
     return {{name, displayName, description, defaultValue, minimum, maximum}};
+}
+
+/// The same number, shown with a slider.
+constexpr Parameter<float> withSlider(Parameter<float> number) {
+    number.isSlider = true;
+    return number;
 }
 
 /// Three numbers, one for each of red, green and blue.

@@ -10,6 +10,12 @@ namespace tavrin::colorkit {
 class UnaryColorMappingOperator final : public IColorMappingOperator {
 public:
     struct Data {
+        // The type of data objects and its properties; the types of operators add the switch.
+        static constexpr const char* kTypeName = "UnaryColorMappingOperator";
+        static constexpr const char* kPredecessor = "predecessor";
+        static constexpr const char* kId = "id";
+        static constexpr const char* kEnabled = "enabled";
+
         EntityHolder<IColorMappingOperator> predecessor;
         int id = 0;
     };

@@ -11,11 +11,11 @@ struct LutOperator {
     /// A relative path that leads nowhere is looked for among the tables that come with the
     /// program.
     static constexpr Parameter<Path> kPath = declareEmpty<Path>("path", "", nullptr);
-    static constexpr Parameter<float> kOpacity = declareNumber(
+    static constexpr Parameter<float> kOpacity = withSlider(declareNumber(
         "opacity", nullptr, 1.0f, 0.0f, 1.0f,
         "Sets the opacity of the LUT transform. Value 0.0 does not change the result at all, while "
         "the default value 1.0 applies the full color transform according to the selected LUT "
-        "file.");
+        "file."));
     static constexpr Parameter<bool> kLogarithmic =
         declareSwitch("logarithmic", nullptr, false, nullptr);
     static constexpr Parameter<bool> kLinear =
