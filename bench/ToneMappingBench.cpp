@@ -1,12 +1,26 @@
 // Default tone mapping of a 4K image against an OpenColorIO processor that does exposure, one 3D
-// LUT and the sRGB curve on the same pixels with the same threads.
+// LUT and the sRGB curve on the same pixels with the same threads; and how many megapixels each
+// operator alone maps in a second of one thread.
 
 #include "bench/PairedRuns.h"
 #include "foundation/Bitmap.h"
 #include "foundation/Color.h"
 #include "foundation/Scheduler.h"
 #include "services/colorkit/ColorMapping.h"
+#include "services/colorkit/ColorMappingOperatorFactory.h"
 #include "services/colorkit/Pipeline.h"
+#include "services/colorkit/operators/AgXOperator.h"
+#include "services/colorkit/operators/ContrastOperator.h"
+#include "services/colorkit/operators/CurvesOperator.h"
+#include "services/colorkit/operators/ExposureOperator.h"
+#include "services/colorkit/operators/GainOperator.h"
+#include "services/colorkit/operators/GrainOperator.h"
+#include "services/colorkit/operators/LiftGammaGainOperator.h"
+#include "services/colorkit/operators/MatrixOperator.h"
+#include "services/colorkit/operators/SaturationOperator.h"
+#include "services/colorkit/operators/TintOperator.h"
+#include "services/colorkit/operators/VignetteOperator.h"
+#include "services/colorkit/operators/WhiteBalanceOperator.h"
 
 #include <OpenColorIO/OpenColorIO.h>
 #include <benchmark/benchmark.h>
@@ -14,6 +28,8 @@
 #include <algorithm>
 #include <cmath>
 #include <random>
+#include <string>
+#include <utility>
 #include <vector>
 
 namespace OCIO = OCIO_NAMESPACE;
@@ -113,6 +129,79 @@ void toneMapping(benchmark::State& state) {
     state.counters["budget"] = kBudget;
 }
 BENCHMARK(toneMapping)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(kPairs);
+
+/// Rows of an image that stays in the cache, linear to linear, by one operator in one thread.
+void singleOperator(benchmark::State& state, const std::vector<colorkit::OperatorValues>& values) {
+    constexpr int kRows = 16;
+    colorkit::CommonColorMappingContext context;
+    context.displayGamma = 1.0f;
+    context.iso = 200.0f;
+    const colorkit::ColorMappingOperator<0> mapping(colorkit::makePipeline(values), true,
+                                                    {context, {kWidth, kHeight}});
+    const BitmapImpl<Rgb> source = makeImage();
+    std::vector<Rgb> row(kWidth);
+    int y = 0;
+    for (auto iteration : state) {
+        static_cast<void>(iteration);
+        const auto from = source.row(y * (kHeight / kRows));
+        std::copy(from.begin(), from.end(), row.begin());
+        mapping.mapRow(row, {0, y, 1.0f});
+        benchmark::DoNotOptimize(row.data());
+        y = (y + 1) % kRows;
+    }
+    state.counters["megapixels"] = benchmark::Counter(
+        static_cast<double>(state.iterations()) * kWidth / 1e6, benchmark::Counter::kIsRate);
+}
+
+/// Every operator once, with values that make it work where its defaults do nothing, and some again
+/// with values that cost more.
+std::vector<std::pair<std::string, colorkit::OperatorValues>> makeOperators() {
+    using namespace colorkit;
+    const std::vector<CurvePoint> curve{{-8, -9}, {-3, -3.5f}, {-1, -0.5f}, {0, 0.25f}, {5, 3}};
+    const CompressedRgb color{0.9f, 0.8f, 0.7f};
+    std::vector<std::pair<std::string, OperatorValues>> operators;
+    for (const auto& [name, descriptor] :
+         ColorMappingOperatorFactory::getInstance().getAllDescriptors()) {
+        operators.emplace_back(name.toUtf8(), *descriptor);
+    }
+    const auto change = [&](const auto& parameter, const auto& descriptor, const auto& value) {
+        for (auto& [name, values] : operators) {
+            if (&values.getDescriptor() == &descriptor) {
+                values.set(parameter, value);
+            }
+        }
+    };
+    change(ContrastOperator::kContrast, ContrastOperator::kDescriptor, 1.3f);
+    change(CurvesOperator::kMaster, CurvesOperator::kDescriptor, curve);
+    change(ExposureOperator::kStops, ExposureOperator::kDescriptor, 1.0f);
+    change(GainOperator::kFactors, GainOperator::kDescriptor, color);
+    change(GrainOperator::kAmount, GrainOperator::kDescriptor, 0.5f);
+    change(LiftGammaGainOperator::kPower, LiftGammaGainOperator::kDescriptor, color);
+    change(MatrixOperator::kRed, MatrixOperator::kDescriptor, color);
+    change(SaturationOperator::kSaturation, SaturationOperator::kDescriptor, 1.2f);
+    change(TintOperator::kColor, TintOperator::kDescriptor, color);
+    change(VignetteOperator::kStrength, VignetteOperator::kDescriptor, 0.5f);
+    change(WhiteBalanceOperator::kTemperature, WhiteBalanceOperator::kDescriptor, 4000.0f);
+
+    operators.emplace_back("Grain of size 2", OperatorValues(GrainOperator::kDescriptor)
+                                                  .set(GrainOperator::kAmount, 0.5f)
+                                                  .set(GrainOperator::kSize, 2.0f));
+    operators.emplace_back(
+        "AgX, punchy",
+        OperatorValues(AgXOperator::kDescriptor).set(AgXOperator::kLook, AgXLook::Punchy));
+    return operators;
+}
+
+const bool kAreOperatorsRegistered = [] {
+    benchmark::RegisterBenchmark("no operator",
+                                 [](benchmark::State& state) { singleOperator(state, {}); });
+    for (const auto& [name, values] : makeOperators()) {
+        benchmark::RegisterBenchmark(name.c_str(), [values = values](benchmark::State& state) {
+            singleOperator(state, {values});
+        });
+    }
+    return true;
+}();
 
 }  // namespace
 }  // namespace tavrin::bench

@@ -20,19 +20,33 @@ constexpr Matrix3 kCat16{{{{0.401288, 0.650173, -0.051461},
 // A light far from white may lie outside the real colours, where a response reaches 0.
 constexpr double kSmallestResponse = 0.01;
 
-// ITU-R BT.709.
-constexpr Chromaticity kRed{0.640, 0.330};
-constexpr Chromaticity kGreen{0.300, 0.600};
-constexpr Chromaticity kBlue{0.150, 0.060};
+/// The chromaticities of the primaries of a space of colours.
+struct Primaries {
+    Chromaticity red;
+    Chromaticity green;
+    Chromaticity blue;
+};
+
+// ITU-R BT.709 and BT.2020.
+constexpr Primaries kRec709{{0.640, 0.330}, {0.300, 0.600}, {0.150, 0.060}};
+constexpr Primaries kRec2020{{0.708, 0.292}, {0.170, 0.797}, {0.131, 0.046}};
+
+Matrix3 toXyz(const Primaries& primaries) {
+    const Vector3 r = toXyz(primaries.red);
+    const Vector3 g = toXyz(primaries.green);
+    const Vector3 b = toXyz(primaries.blue);
+    const Matrix3 columns{{{{r[0], g[0], b[0]}, {r[1], g[1], b[1]}, {r[2], g[2], b[2]}}}};
+    return columns * Matrix3::diagonal(inverse(columns) * toXyz(kD65));
+}
 
 }  // namespace
 
 Matrix3 rec709ToXyz() {
-    const Vector3 r = toXyz(kRed);
-    const Vector3 g = toXyz(kGreen);
-    const Vector3 b = toXyz(kBlue);
-    const Matrix3 primaries{{{{r[0], g[0], b[0]}, {r[1], g[1], b[1]}, {r[2], g[2], b[2]}}}};
-    return primaries * Matrix3::diagonal(inverse(primaries) * toXyz(kD65));
+    return toXyz(kRec709);
+}
+
+Matrix3 rec709ToRec2020() {
+    return inverse(toXyz(kRec2020)) * toXyz(kRec709);
 }
 
 Matrix3 adaptXyz(const Chromaticity& source, const Chromaticity& destination,
@@ -49,8 +63,8 @@ Matrix3 adaptXyz(const Chromaticity& source, const Chromaticity& destination,
 
 Matrix3 adaptRec709(const Chromaticity& source, const Chromaticity& destination,
                     AdaptationMethod method) {
-    const Matrix3 toXyz = rec709ToXyz();
-    return inverse(toXyz) * adaptXyz(source, destination, method) * toXyz;
+    const Matrix3 fromRec709 = rec709ToXyz();
+    return inverse(fromRec709) * adaptXyz(source, destination, method) * fromRec709;
 }
 
 }  // namespace tavrin::colorkit

@@ -11,6 +11,9 @@ enum class AdaptationMethod { Bradford, Cat16 };
 /// From linear Rec. 709 colours to X, Y, Z with Y = 1 for white.
 Matrix3 rec709ToXyz();
 
+/// From linear Rec. 709 colours to those of Rec. 2020, whose white is the same.
+Matrix3 rec709ToRec2020();
+
 /// Turns the X, Y, Z of a thing lit by `source` into what it would be under `destination` (complete
 /// adaptation after von Kries). Responses are raised by at most a hundred times, so that any light
 /// gives a usable matrix.

@@ -1,7 +1,6 @@
 #include "services/colorkit/LogEncoding.h"
 
 #include <cmath>
-#include <limits>
 
 // The order matters: this source is included again for each instruction set.
 // clang-format off
@@ -17,11 +16,7 @@ namespace tavrin::colorkit::HWY_NAMESPACE {
 
 void encodeLogarithm(float factor, float offset, PixelBlock& block) {
     forEachComponent(block, [=](auto d, auto value) HWY_ATTR {
-        auto integer = value;
-        auto fraction = value;
-        splitLog2(d, hn::Max(value, hn::Set(d, std::numeric_limits<float>::min())), integer,
-                  fraction);
-        const auto stops = hn::Add(integer, fraction);
+        const auto stops = computeLog2(d, value);
         return hn::Max(hn::MulAdd(stops, hn::Set(d, factor), hn::Set(d, offset)), hn::Zero(d));
     });
 }

@@ -1,7 +1,5 @@
 #include "services/colorkit/operators/HighlightCompressionOperator.h"
 
-#include "services/colorkit/Luminance.h"
-
 #include <limits>
 
 // The order matters: this source is included again for each instruction set.
@@ -9,6 +7,7 @@
 #undef HWY_TARGET_INCLUDE
 #define HWY_TARGET_INCLUDE "services/colorkit/operators/HighlightCompressionOperator.cpp"
 #include <hwy/foreach_target.h>
+#include "services/colorkit/simd/Math-inl.h"
 #include "services/colorkit/simd/PixelLoop-inl.h"
 // clang-format on
 
@@ -28,10 +27,8 @@ HWY_INLINE V compressionFactor(D d, V value, float amount, float inverseSquaredW
 
 void compressLuminance(float amount, float inverseSquaredWhite, PixelBlock& block) {
     forEachColor(block, [=](auto d, auto& r, auto& g, auto& b) HWY_ATTR {
-        auto luminance = hn::Mul(r, hn::Set(d, static_cast<float>(kLuminanceWeights[0])));
-        luminance = hn::MulAdd(g, hn::Set(d, static_cast<float>(kLuminanceWeights[1])), luminance);
-        luminance = hn::MulAdd(b, hn::Set(d, static_cast<float>(kLuminanceWeights[2])), luminance);
-        const auto factor = compressionFactor(d, luminance, amount, inverseSquaredWhite);
+        const auto factor =
+            compressionFactor(d, computeLuminance(d, r, g, b), amount, inverseSquaredWhite);
         r = hn::Mul(r, factor);
         g = hn::Mul(g, factor);
         b = hn::Mul(b, factor);

@@ -8,16 +8,6 @@ namespace {
 
 constexpr const ParameterDeclaration* kParameters[] = {&SaturationOperator::kSaturation};
 
-Matrix3 saturationMatrix(double saturation) {
-    Matrix3 matrix = Matrix3::diagonal({saturation, saturation, saturation});
-    for (Vector3& row : matrix.rows) {
-        for (std::size_t i = 0; i < row.size(); ++i) {
-            row[i] += (1.0 - saturation) * kLuminanceWeights[i];
-        }
-    }
-    return matrix;
-}
-
 void appendStages(const OperatorValues& values, const MappingEnvironment&, StageList& stages) {
     const float saturation = values.get(SaturationOperator::kSaturation);
     if (saturation != 1.0f) {

@@ -7,6 +7,8 @@
 #define TAVRIN_COLORKIT_MATH_INL_H
 #endif
 
+#include "services/colorkit/Luminance.h"
+
 #include <hwy/highway.h>
 
 #include <cstdint>
@@ -54,12 +56,70 @@ HWY_INLINE void splitLog2(D d, V x, V& integer, V& fraction) {
                               0.2173776924610138f, -0.21030455827713013f, 0.12541793286800385f));
 }
 
-/// 2^fraction for fractions in [-0.5, 0.5]: minimax polynomial (Remez), relative error below 2e-9.
+/// (2^fraction - 1) / fraction for fractions in [-0.5, 0.5]: minimax polynomial (Remez) of
+/// 2^fraction, whose relative error is below 2e-9.
 template <class D, class V>
-HWY_INLINE V exp2Fraction(D d, V fraction) {
-    return evaluatePolynomial(d, fraction, 1.0f, 0.6931471824645996f, 0.24022650718688965f,
+HWY_INLINE V exp2FractionSlope(D d, V fraction) {
+    return evaluatePolynomial(d, fraction, 0.6931471824645996f, 0.24022650718688965f,
                               0.055503275245428085f, 0.009618003852665424f, 0.0013400346506386995f,
                               0.00015476366388611495f);
+}
+
+/// 2^fraction for fractions in [-0.5, 0.5].
+template <class D, class V>
+HWY_INLINE V exp2Fraction(D d, V fraction) {
+    return hn::MulAdd(fraction, exp2FractionSlope(d, fraction), hn::Set(d, 1.0f));
+}
+
+/// value · 2^whole for whole numbers from -252 to 254; finer steps than normal floats have are
+/// lost.
+template <class D, class V>
+HWY_INLINE V multiplyByPowerOfTwo(D d, V value, V whole) {
+    const hn::RebindToSigned<D> di;
+    // In two factors, because one alone may leave the range of exponents.
+    const auto exponent = hn::ConvertTo(di, whole);
+    const auto half = hn::ShiftRight<1>(exponent);
+    const auto powerOfTwo = [d, di](auto n) HWY_ATTR {
+        return hn::BitCast(d, hn::ShiftLeft<23>(hn::Add(n, hn::Set(di, 127))));
+    };
+    return hn::Mul(hn::Mul(value, powerOfTwo(half)), powerOfTwo(hn::Sub(exponent, half)));
+}
+
+/// log2 x with an absolute error below 1e-8 and half a step of the result; x below the smallest
+/// normal float counts as that.
+template <class D, class V>
+HWY_INLINE V computeLog2(D d, V x) {
+    V integer, fraction;
+    splitLog2(d, hn::Max(x, hn::Set(d, std::numeric_limits<float>::min())), integer, fraction);
+    return hn::Add(integer, fraction);
+}
+
+/// 2^x with a relative error below 2e-7, at least 2^-126 and at most the largest float.
+template <class D, class V>
+HWY_INLINE V computeExp2(D d, V x) {
+    x = hn::Clamp(x, hn::Set(d, -126.0f), hn::Set(d, 128.0f));
+    const V whole = hn::Round(x);
+    const V result = multiplyByPowerOfTwo(d, exp2Fraction(d, hn::Sub(x, whole)), whole);
+    return hn::Min(result, hn::Set(d, std::numeric_limits<float>::max()));
+}
+
+/// 2^x - 1 for x that is not positive, exact to 2e-7 of the result also near 0.
+template <class D, class V>
+HWY_INLINE V computeExp2Minus1(D d, V x) {
+    x = hn::Max(x, hn::Set(d, -126.0f));
+    const V whole = hn::Round(x);
+    const V powerOfTwo = multiplyByPowerOfTwo(d, hn::Set(d, 1.0f), whole);
+    const V fraction = hn::Sub(x, whole);
+    const V excess = hn::Mul(fraction, exp2FractionSlope(d, fraction));
+    return hn::MulAdd(powerOfTwo, excess, hn::Sub(powerOfTwo, hn::Set(d, 1.0f)));
+}
+
+/// The luminance Y of linear colours.
+template <class D, class V>
+HWY_INLINE V computeLuminance(D d, V r, V g, V b) {
+    V luminance = hn::Mul(r, hn::Set(d, static_cast<float>(kLuminanceWeights[0])));
+    luminance = hn::MulAdd(g, hn::Set(d, static_cast<float>(kLuminanceWeights[1])), luminance);
+    return hn::MulAdd(b, hn::Set(d, static_cast<float>(kLuminanceWeights[2])), luminance);
 }
 
 }  // namespace HWY_NAMESPACE

@@ -24,7 +24,6 @@ namespace hn = hwy::HWY_NAMESPACE;
 /// x that is 0, negative or subnormal gives 0, as do results that would be subnormal.
 template <class D, class V>
 HWY_INLINE V computePower(D d, const ScaledPower& power, V x) {
-    const hn::RebindToSigned<D> di;
     V integer, fraction;
     splitLog2(d, x, integer, fraction);
 
@@ -39,17 +38,9 @@ HWY_INLINE V computePower(D d, const ScaledPower& power, V x) {
     rest = hn::Add(rest, hn::Set(d, power.offsetFraction));
     rest = hn::MulAdd(hn::Set(d, power.exponent), fraction, rest);
 
-    // 2^whole in two factors, because one alone may leave the range of exponents.
-    const auto exponent = hn::ConvertTo(di, whole);
-    const auto half = hn::ShiftRight<1>(exponent);
-    const auto powerOfTwo = [d, di](auto n) HWY_ATTR {
-        return hn::BitCast(d, hn::ShiftLeft<23>(hn::Add(n, hn::Set(di, 127))));
-    };
     const V largest = hn::Set(d, std::numeric_limits<float>::max());
     const V smallest = hn::Set(d, std::numeric_limits<float>::min());
-    V result = hn::Mul(hn::Mul(exp2Fraction(d, rest), powerOfTwo(half)),
-                       powerOfTwo(hn::Sub(exponent, half)));
-    result = hn::Min(result, largest);
+    V result = hn::Min(multiplyByPowerOfTwo(d, exp2Fraction(d, rest), whole), largest);
     result = hn::IfThenElse(hn::Gt(line, hn::Set(d, 129.0f)), largest, result);
     const auto isNormal = hn::And(hn::Ge(x, smallest), hn::Gt(line, hn::Set(d, -126.0f)));
     return hn::IfThenElseZero(isNormal, result);

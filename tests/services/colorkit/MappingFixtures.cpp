@@ -58,6 +58,26 @@ private:
     }
 };
 
+/// A value off the default: numbers a third of the way towards the maximum.
+struct TellingValue {
+    const ParameterDeclaration& parameter;
+
+    ParameterValue operator()(bool value) const { return !value; }
+    ParameterValue operator()(float value) const {
+        return std::lerp(value, std::min(parameter.maximum, 10.0f * value + 1.0f), 0.3f);
+    }
+    ParameterValue operator()(int) const { return static_cast<int>(parameter.choices.size()) - 1; }
+    ParameterValue operator()(const CompressedRgb& value) const {
+        return CompressedRgb{0.9f * value.r + 0.03f, 0.8f * value.g, 0.7f * value.b + 0.01f};
+    }
+    ParameterValue operator()(const std::vector<CurvePoint>&) const {
+        return std::vector<CurvePoint>{{-6.0f, -7.0f}, {-1.0f, -0.5f}, {0.5f, 1.0f}, {4.0f, 3.0f}};
+    }
+    // Texts and paths have no other values that are worth a mapping.
+    ParameterValue operator()(const String& value) const { return value; }
+    ParameterValue operator()(const Path& value) const { return value; }
+};
+
 }  // namespace
 
 OperatorValues exposure(float stops) {
@@ -87,6 +107,19 @@ std::vector<Rgb> mapWith(const std::vector<OperatorValues>& operators, std::vect
     const ColorMappingOperator<0> mapping(makePipeline(operators), true, {context, {640, 480}});
     mapping.mapRow(pixels, {});
     return pixels;
+}
+
+std::vector<OperatorValues> makeTellingOperators() {
+    std::vector<OperatorValues> operators;
+    for (const auto& [name, descriptor] :
+         ColorMappingOperatorFactory::getInstance().getAllDescriptors()) {
+        OperatorValues& values = operators.emplace_back(*descriptor);
+        for (std::size_t i = 0; i < descriptor->parameters.size(); ++i) {
+            const ParameterDeclaration& parameter = *descriptor->parameters[i];
+            values.setAt(i, std::visit(TellingValue{parameter}, values.getAt(i)));
+        }
+    }
+    return operators;
 }
 
 std::vector<Rgb> makeColors() {
@@ -139,6 +172,31 @@ void expectClose(const Rgb& actual, const Reference& expected, double largestTer
         const double tolerance =
             1e-5 * std::max(wanted, std::min(largestTerm, double{kLargest})) + kSmallestNormal;
         EXPECT_NEAR(components[i], wanted, tolerance) << "component " << i;
+    }
+}
+
+double luminance(const Reference& color) {
+    return 0.2126 * color[0] + 0.7152 * color[1] + 0.0722 * color[2];
+}
+
+ReferenceFunction perComponent(std::function<double(double)> function) {
+    return [function](const Reference& color) {
+        return Reference{function(color[0]), function(color[1]), function(color[2])};
+    };
+}
+
+void expectFormula(const OperatorValues& values, const ReferenceFunction& formula,
+                   const ErrorScale& scale) {
+    const std::vector<Rgb> colors = makeColors();
+    const std::vector<Rgb> mapped = mapWith({values}, colors);
+    for (std::size_t i = 0; i < colors.size(); ++i) {
+        const Reference color = toMappable(colors[i]);
+        SCOPED_TRACE(testing::Message() << color[0] << ", " << color[1] << ", " << color[2]);
+        const double largest = *std::max_element(color.begin(), color.end());
+        expectClose(mapped[i], formula(color), std::max(scale.ofLargest * largest, scale.absolute));
+        if (testing::Test::HasFailure()) {
+            return;
+        }
     }
 }
 
