@@ -32,6 +32,7 @@ void ColorMapping::setPipeline(EntityHolder<IColorMappingOperator> pipeline) {
         }
         // What was there ends with the argument, after the lock.
         std::swap(pipeline_, pipeline);
+        toldErrors_.clear();
     }
     pipelineObservers_.notify();
 }
@@ -52,25 +53,44 @@ CommonColorMappingContext ColorMapping::getContext() const {
 void ColorMapping::setContext(CommonColorMappingContext context) {
     const std::lock_guard lock(mutex_);
     context_ = std::move(context);
+    toldErrors_.clear();
 }
 
 SharedPtr<const ColorMappingOperator<0>> ColorMapping::createMappingOperator(
     const CommonColorMappingContext& context, Pixel displaySize) const {
     const auto [isEnabled, pipeline] = getState();
-    return std::make_shared<const ColorMappingOperator<0>>(
-        pipeline, isEnabled, MappingEnvironment{context, displaySize});
+    const CommonColorMappingContext told = withErrorsToldOnce(context);
+    return std::make_shared<const ColorMappingOperator<0>>(pipeline, isEnabled,
+                                                           MappingEnvironment{told, displaySize});
 }
 
 SharedPtr<const HistogramColorMappingOperator> ColorMapping::createHistogramOperator(
     const CommonColorMappingContext& context, Pixel displaySize, std::uint32_t stage) const {
     const auto [isEnabled, pipeline] = getState();
+    const CommonColorMappingContext told = withErrorsToldOnce(context);
     return std::make_shared<const HistogramColorMappingOperator>(
-        pipeline, isEnabled, MappingEnvironment{context, displaySize}, stage);
+        pipeline, isEnabled, MappingEnvironment{told, displaySize}, stage);
 }
 
 std::pair<bool, EntityHolder<IColorMappingOperator>> ColorMapping::getState() const {
     const std::lock_guard lock(mutex_);
     return {enabled_, pipeline_};
+}
+
+CommonColorMappingContext ColorMapping::withErrorsToldOnce(
+    CommonColorMappingContext context) const {
+    context.errorCallback = [this, callback = context.errorCallback](int id, const String& text) {
+        std::unique_lock lock(mutex_);
+        if (!toldErrors_.insert(text).second) {
+            return;
+        }
+        const auto told = callback ? callback : context_.errorCallback;
+        lock.unlock();
+        if (told) {
+            told(id, text);
+        }
+    };
+    return context;
 }
 
 }  // namespace tavrin::colorkit

@@ -12,6 +12,7 @@
 
 #include <cstdint>
 #include <mutex>
+#include <set>
 #include <utility>
 
 namespace tavrin::colorkit {
@@ -48,7 +49,9 @@ public:
     void setContext(CommonColorMappingContext context);
 
     /// The mapping by the pipeline and the switch as they are now, for this context and an image
-    /// of this display size.
+    /// of this display size. A picture is mapped in many pieces; what an operator cannot do is
+    /// told once for each pipeline and context that is set, to the error callback of `context` or,
+    /// without one, to that of the context that was set.
     SharedPtr<const ColorMappingOperator<0>> createMappingOperator(
         const CommonColorMappingContext& context, Pixel displaySize) const;
     /// The same for measuring at one of the pipeline's operators.
@@ -58,12 +61,15 @@ public:
 private:
     /// The switch and the pipeline at one moment.
     std::pair<bool, EntityHolder<IColorMappingOperator>> getState() const;
+    /// The context with an error callback that tells everything once.
+    CommonColorMappingContext withErrorsToldOnce(CommonColorMappingContext context) const;
 
     mutable std::mutex mutex_;
     // Guarded by mutex_.
     bool enabled_ = true;
     EntityHolder<IColorMappingOperator> pipeline_;
     CommonColorMappingContext context_;
+    mutable std::set<String> toldErrors_;
 
     ObserverList<> enabledObservers_;
     ObserverList<> pipelineObservers_;

@@ -1,5 +1,6 @@
 #include "services/colorkit/ColorMapping.h"
 #include "services/colorkit/Pipeline.h"
+#include "services/colorkit/operators/LutOperator.h"
 #include "tests/services/colorkit/MappingFixtures.h"
 
 #include <gtest/gtest.h>
@@ -90,6 +91,30 @@ TEST(ColorMapping, ObserversAreToldAboutChanges) {
     colorMapping.setEnabled(true);
     colorMapping.setPipeline({});
     EXPECT_EQ(calls, "full off full ");
+}
+
+TEST(ColorMapping, TellsWhatAnOperatorCannotDoOncePerPipeline) {
+    const auto missingLut = makePipeline({OperatorValues(LutOperator::kDescriptor)
+                                              .setEnabled(true)
+                                              .set(LutOperator::kPath, Path(String("none.cube")))});
+    int calls = 0;
+    CommonColorMappingContext context;
+    context.errorCallback = [&](int, const String& text) {
+        EXPECT_TRUE(text.contains("none.cube")) << text.toUtf8();
+        ++calls;
+    };
+    ColorMapping colorMapping;
+    colorMapping.setPipeline(missingLut);
+    colorMapping.createMappingOperator(context, kDisplaySize);
+    colorMapping.createMappingOperator(context, kDisplaySize);
+    EXPECT_EQ(calls, 1);
+    colorMapping.setPipeline({});
+    colorMapping.setPipeline(missingLut);
+    colorMapping.createMappingOperator(context, kDisplaySize);
+    EXPECT_EQ(calls, 2);
+    colorMapping.setContext(context);
+    colorMapping.createMappingOperator({}, kDisplaySize);
+    EXPECT_EQ(calls, 3) << "the context that was set hears of it when the other one is silent";
 }
 
 TEST(ColorMapping, ObserversMayComeAndGoWhileOthersChangeIt) {
