@@ -8,7 +8,7 @@ inline namespace foundation {
 GenericObject GenericObject::construct(SharedPtr<const TypeDefinition> type) {
     std::vector<Value> values;
     for (const PropertyDefinition& property : type->getProperties()) {
-        values.push_back(property.makeDefault());
+        property.check(values.emplace_back(property.makeDefault()), type->getName());
     }
     return {std::move(type), std::move(values)};
 }

@@ -18,7 +18,7 @@ inline namespace foundation {
 /// of a property throw an Exception when the type has none of that name.
 class GenericObject {
 public:
-    /// An object with the declared defaults.
+    /// An object with the declared defaults; throws an Exception when one is beyond its limit.
     static GenericObject construct(SharedPtr<const TypeDefinition> type);
     /// By name; throws an Exception when the type is not registered.
     static GenericObject construct(const String& typeName);

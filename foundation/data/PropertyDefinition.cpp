@@ -6,12 +6,14 @@ namespace tavrin {
 inline namespace foundation {
 
 void PropertyDefinition::check(const Value& value, const String& typeName) const {
-    const String subject = "The property \"" + name_ + "\" of \"" + typeName + "\" ";
+    const auto fail = [&](const String& what) {
+        throw Exception("The property \"" + name_ + "\" of \"" + typeName + "\" " + what + ".");
+    };
     if (!hasType_(value)) {
-        throw Exception(subject + "cannot hold a value of this type.");
+        fail("cannot hold a value of this type");
     }
     if (limit_ && !limit_->isAllowed(value)) {
-        throw Exception(subject + "must be " + limit_->requirement + ".");
+        fail("must be " + limit_->requirement);
     }
 }
 

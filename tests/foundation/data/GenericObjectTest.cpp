@@ -28,6 +28,13 @@ TEST(GenericObject, HasTheDeclaredDefaults) {
     EXPECT_EQ(GenericObject::construct(type).get<int>("number"), 2);
 }
 
+TEST(GenericObject, RefusesADefaultBeyondTheLimit) {
+    const auto type = std::make_shared<TypeDefinition>("Type");
+    type->addProperty("id", 0).setLimit({"odd", [](const Value&) { return false; }, {}});
+    EXPECT_EQ(messageOf([&] { GenericObject::construct(type); }),
+              "The property \"id\" of \"Type\" must be odd.");
+}
+
 TEST(GenericObject, RefusesWhatItsTypeDoesNotAllow) {
     auto object = GenericObject::construct(makeType());
     const GenericObject before = object;

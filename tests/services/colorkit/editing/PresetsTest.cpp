@@ -104,7 +104,7 @@ TEST_F(Presets, ThoseOfTheProgramAreToneMappings) {
         String error;
         const auto pipeline =
             deserializePipelineFromString(readTextFile(file, 1 << 20).value(), error);
-        EXPECT_EQ(error, "") << file.native().toUtf8();
+        EXPECT_EQ(error.toUtf8(), "") << file.native().toUtf8();
         GenericList list;
         content.at(file.stem())(list);
         EXPECT_TRUE(arePipelinesSame(createPipeline(list), pipeline));
