@@ -1,5 +1,7 @@
 #include "foundation/data/Entity.h"
 
+#include <exception>
+
 namespace tavrin {
 inline namespace foundation {
 
@@ -8,15 +10,30 @@ void Entity::setValue(const String& name, Value value) {
         return;
     }
     data_.setValue(name, std::move(value));
-    const auto observers = observers_.find(name);
-    if (observers != observers_.end()) {
-        observers->second.notify();
+    // A copy, as observers may come and go meanwhile.
+    const Observers observers = observers_[name];
+    std::exception_ptr first;
+    for (const SharedPtr<Observer>& observer : observers) {
+        try {
+            if (observer->isRegistered) {
+                observer->callback();
+            }
+        } catch (...) {
+            first = first ? first : std::current_exception();
+        }
+    }
+    if (first) {
+        std::rethrow_exception(first);
     }
 }
 
 CallbackLifetime Entity::addObserver(const String& name, Function<void()> callback) {
     static_cast<void>(data_.getValue(name));  // refuses unknown names
-    return observers_[name].add(std::move(callback));
+    Observers& observers = observers_[name];
+    std::erase_if(observers, [](const auto& observer) { return !observer->isRegistered; });
+    const auto observer = std::make_shared<Observer>(Observer{std::move(callback)});
+    observers.push_back(observer);
+    return CallbackLifetime([observer] { observer->isRegistered = false; });
 }
 
 }  // namespace foundation

@@ -2,12 +2,13 @@
 
 #include "foundation/CallbackLifetime.h"
 #include "foundation/Function.h"
-#include "foundation/ObserverList.h"
+#include "foundation/SharedPtr.h"
 #include "foundation/String.h"
 #include "foundation/data/GenericObject.h"
 
 #include <map>
 #include <utility>
+#include <vector>
 
 namespace tavrin {
 inline namespace foundation {
@@ -41,13 +42,21 @@ public:
         set(name, std::move(value));
     }
 
-    /// Called after every change of the property. The observer may change other properties, but not
-    /// this one.
+    /// Called after every change of the property, as long as the answer lives. Observers may change
+    /// properties, also this one, and begin and end registrations, also their own; they find the
+    /// value by asking for it. When some of them throw, the first exception reaches whoever made
+    /// the change, after the last call.
     [[nodiscard]] CallbackLifetime addObserver(const String& name, Function<void()> callback);
 
 private:
+    struct Observer {
+        Function<void()> callback;
+        bool isRegistered = true;
+    };
+    using Observers = std::vector<SharedPtr<Observer>>;
+
     GenericObject data_;
-    std::map<String, ObserverList<>> observers_;
+    std::map<String, Observers> observers_;  ///< also such as are not registered any more
 };
 
 }  // namespace foundation

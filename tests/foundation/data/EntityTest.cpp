@@ -46,6 +46,34 @@ TEST(Entity, ObserversSeeTheNewValueAndMayChangeOtherProperties) {
     EXPECT_EQ(entity.getData().get<std::vector<int>>("numbers"), std::vector<int>{0});
 }
 
+TEST(Entity, ObserversMayChangeWhatTheyObserveAndComeAndGo) {
+    Entity entity(makeData());
+    std::string calls;
+    CallbackLifetime own;
+    CallbackLifetime other;
+    CallbackLifetime added;
+    own = entity.addObserver("numbers", [&] {
+        calls += "a";
+        own = {};
+        other = {};
+        added = entity.addObserver("numbers", [&calls] { calls += "c"; });
+        entity.set("numbers", std::vector<int>());
+    });
+    other = entity.addObserver("numbers", [&] { calls += "b"; });
+    entity.set("numbers", std::vector<int>{3});
+    EXPECT_EQ(calls, "ac");
+    EXPECT_TRUE(entity.getData().get<std::vector<int>>("numbers").empty());
+}
+
+TEST(Entity, ObserversThatThrowKeepNoneFromBeingCalled) {
+    Entity entity(makeData());
+    int calls = 0;
+    const auto throwing = entity.addObserver("enabled", [] { throw Exception("First."); });
+    const auto second = entity.addObserver("enabled", [&] { ++calls; });
+    EXPECT_EQ(tests::messageOf([&] { entity.set("enabled", false); }), "First.");
+    EXPECT_EQ(calls, 1);
+}
+
 TEST(Entity, AFailedChangeChangesNothing) {
     Entity entity(makeData());
     const auto lifetime = entity.addObserver("numbers", [] { FAIL(); });
