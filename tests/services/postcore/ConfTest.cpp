@@ -3,6 +3,7 @@
 #include "services/postcore/Conf.h"
 #include "services/postcore/PropertyDescriptor.h"
 #include "tests/support/ArbitraryProperty.h"
+#include "tests/support/MapSettings.h"
 #include "tests/support/Message.h"
 #include "tests/support/TemporaryFolder.h"
 
@@ -11,26 +12,14 @@
 #include <rapidcheck/gtest.h>
 
 #include <fstream>
-#include <map>
 
 namespace tavrin::postcore {
 namespace {
 
 using testing::ElementsAre;
 using testing::HasSubstr;
+using tests::MapSettings;
 using tests::messageOf;
-
-class MapSettings final : public ISettings {
-public:
-    Property get(int id) const override {
-        const auto found = values.find(id);
-        return found != values.end() ? found->second : PropertyDescriptor::get(id)->defaultValue;
-    }
-    void set(int id, const Property& value) override { values.insert_or_assign(id, value); }
-    bool isReadOnly() const override { return false; }
-
-    std::map<int, Property> values;
-};
 
 bool all(int) {
     return true;

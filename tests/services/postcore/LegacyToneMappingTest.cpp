@@ -5,26 +5,17 @@
 #include "services/colorkit/operators/LutOperator.h"
 #include "services/colorkit/operators/VignetteOperator.h"
 #include "services/postcore/LegacyToneMapping.h"
+#include "tests/support/MapSettings.h"
 #include "tests/support/Message.h"
 
 #include <gtest/gtest.h>
 
 #include <limits>
-#include <map>
 
 namespace tavrin::postcore {
 namespace {
 
 using namespace colorkit;
-
-class Target final : public ISettings {
-public:
-    Property get(int id) const override { return values.at(id); }
-    void set(int id, const Property& value) override { values.insert_or_assign(id, value); }
-    bool isReadOnly() const override { return false; }
-
-    std::map<int, Property> values;
-};
 
 class LegacyToneMapping : public testing::Test {
 protected:
@@ -42,7 +33,7 @@ protected:
         return listOperators(pipeline_);
     }
 
-    Target target_;
+    tests::MapSettings target_;
     LegacyAwarePostParamsSettings settings_{target_};
     EntityHolder<IColorMappingOperator> pipeline_;
 };
