@@ -2,6 +2,7 @@
 
 #include <CLI/CLI.hpp>
 
+#include <algorithm>
 #include <iostream>
 
 namespace tavrin::cli {
@@ -19,6 +20,7 @@ constexpr const char* kFooter =
     "  tavrin-cli render.txr -o render.png\n"
     "  tavrin-cli render.txr --element '*' -o passes.tif --format-option bitdepth=16\n"
     "  tavrin-cli render.exr -o render.txr\n"
+    "  tavrin-cli render.txr -o render.png --settings mine.tvpost --set bloomIntensity=0.5\n"
     "\n"
     "Exit codes: 0 done; 1 the work failed; 2 the command line is wrong.";
 
@@ -28,6 +30,11 @@ struct RawArguments {
     std::string output;
     std::string element;
     std::vector<std::string> formatOptions;
+    std::string settings;
+    std::string lightMix;
+    std::string preset;
+    std::string saveSettings;
+    std::vector<std::string> assignments;
     bool noToneMapping = false;
     std::string progress = "auto";
 };
@@ -50,6 +57,38 @@ Path toPath(const std::string& argument) {
     return std::filesystem::path(std::u8string(argument.begin(), argument.end()));
 }
 
+/// The file that an option names; an empty path when it was not given.
+Path getFile(const CLI::App& app, const char* option, const std::string& argument) {
+    if (app.count(option) != 0 && argument.empty()) {
+        throw UsageError(String(option) + " expects the name of a file.");
+    }
+    return toPath(argument);
+}
+
+std::vector<String> toTexts(const std::vector<std::string>& arguments) {
+    std::vector<String> texts;
+    std::ranges::transform(arguments, std::back_inserter(texts), String::fromUtf8);
+    return texts;
+}
+
+void addSettingsOptions(CLI::App& app, RawArguments& raw) {
+    app.add_option("--settings", raw.settings,
+                   "Settings file to take post-processing and tone mapping from")
+        ->type_name("FILE");
+    app.add_option("--lightmix", raw.lightMix, "Settings file to take LightMix from")
+        ->type_name("FILE");
+    app.add_option("--preset", raw.preset, "Tone-mapping preset to take")->type_name("FILE");
+    app.add_option("--set", raw.assignments,
+                   "Value of a property, by its name or id in --list-properties; repeatable")
+        ->type_name("NAME=VALUE")
+        ->allow_extra_args(false);
+    app.add_flag("--no-tone-mapping", raw.noToneMapping,
+                 "Map colours only by the display's encoding; negative values become 0");
+    app.add_option("--save-settings", raw.saveSettings,
+                   "Settings file to save, with all settings as they are then")
+        ->type_name("FILE");
+}
+
 void addOptions(CLI::App& app, RawArguments& raw, Options& options) {
     app.add_option("IMAGE", raw.input, "The TXR or OpenEXR image to open")->type_name(" ");
     app.add_option("-o,--output", raw.output,
@@ -65,17 +104,18 @@ void addOptions(CLI::App& app, RawArguments& raw, Options& options) {
                    "repeatable")
         ->type_name("KEY=VALUE")
         ->allow_extra_args(false);
-    app.add_flag("--no-tone-mapping", raw.noToneMapping,
-                 "Map colours only by the display's encoding; negative values become 0");
+    addSettingsOptions(app, raw);
     app.add_flag("--info", options.info,
                  "Print the windows, elements, channels, attributes and statistics of the image");
-    app.add_flag("--json", options.json, "Print --info as JSON");
+    app.add_flag("--json", options.json, "Print --info or --list-properties as JSON");
     app.add_flag("--list-elements", options.listElements,
                  "Print the names of the image's elements, one per line");
     app.add_flag("--list-formats", options.listFormats,
                  "Print the picture formats with their extensions and options");
     app.add_flag("--list-operators", options.listOperators,
                  "Print the operators that tone-mapping presets are made of");
+    app.add_flag("--list-properties", options.listProperties,
+                 "Print the properties that --set takes");
     app.add_option("--threads", options.threads,
                    "How many threads may work; one per processor without this option")
         ->type_name("N")
@@ -91,8 +131,8 @@ void addOptions(CLI::App& app, RawArguments& raw, Options& options) {
 }
 
 void check(const Options& options) {
-    if (options.json && !options.info) {
-        throw UsageError("--json goes with --info.");
+    if (options.json && options.info == options.listProperties) {
+        throw UsageError("--json goes with one of --info and --list-properties.");
     }
     if (options.element && options.output.isEmpty()) {
         throw UsageError("--element goes with --output.");
@@ -103,14 +143,24 @@ void check(const Options& options) {
     if (!options.formatOptions.empty() && options.output.isEmpty()) {
         throw UsageError("--format-option goes with --output.");
     }
+    const bool hasSettings = !options.settings.isEmpty() || !options.lightMix.isEmpty() ||
+                             !options.preset.isEmpty() || !options.assignments.empty() ||
+                             !options.toneMapping;
+    if (hasSettings && options.output.isEmpty() && options.saveSettings.isEmpty()) {
+        throw UsageError("Settings go with --output or --save-settings.");
+    }
+    if (!options.output.isEmpty() && options.output == options.saveSettings) {
+        throw UsageError("--output and --save-settings name the same file.");
+    }
     const bool asksOfImage = options.info || options.listElements || !options.output.isEmpty();
     if (asksOfImage && options.input.isEmpty()) {
         throw UsageError("An image to open is expected.");
     }
-    if (!asksOfImage && !options.listFormats && !options.listOperators) {
+    const bool asksForList = options.listFormats || options.listOperators || options.listProperties;
+    if (!asksOfImage && !asksForList && options.saveSettings.isEmpty()) {
         throw UsageError(
-            "There is nothing to do: --output, --info or one of the --list options is "
-            "expected.");
+            "There is nothing to do: --output, --info, --save-settings or one of the --list "
+            "options is expected.");
     }
 }
 
@@ -131,16 +181,16 @@ Optional<Options> parseCommandLine(int argumentCount, const char* const* argumen
         throw UsageError(toSentence(error.what()));
     }
     options.input = toPath(raw.input);
-    options.output = toPath(raw.output);
-    if (app.count("--output") != 0 && options.output.isEmpty()) {
-        throw UsageError("--output expects the name of a file.");
-    }
+    options.output = getFile(app, "--output", raw.output);
+    options.settings = getFile(app, "--settings", raw.settings);
+    options.lightMix = getFile(app, "--lightmix", raw.lightMix);
+    options.preset = getFile(app, "--preset", raw.preset);
+    options.saveSettings = getFile(app, "--save-settings", raw.saveSettings);
     if (app.count("--element") != 0) {
         options.element = String::fromUtf8(raw.element);
     }
-    for (const std::string& option : raw.formatOptions) {
-        options.formatOptions.push_back(String::fromUtf8(option));
-    }
+    options.formatOptions = toTexts(raw.formatOptions);
+    options.assignments = toTexts(raw.assignments);
     options.toneMapping = !raw.noToneMapping;
     options.progress = toProgressMode(raw.progress);
     check(options);

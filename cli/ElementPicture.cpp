@@ -1,13 +1,11 @@
 #include "cli/ElementPicture.h"
 
-#include "services/colorkit/ColorMapping.h"
-#include "services/colorkit/Pipeline.h"
-
 #include <algorithm>
 
 namespace tavrin::cli {
 namespace {
 
+using colorkit::ColorMapping;
 using image::ChannelImage;
 using image::ElementInfo;
 using image::ElementKind;
@@ -31,10 +29,7 @@ BitmapImpl<Rgb> readColors(const ChannelImage& image, const ElementInfo& element
     return colors;
 }
 
-void mapColors(const ChannelImage& image, bool toneMapping, BitmapImpl<Rgb>& colors) {
-    colorkit::ColorMapping mapping;
-    mapping.setPipeline(colorkit::createDefaultPipeline());
-    mapping.setEnabled(toneMapping);
+void mapColors(const ChannelImage& image, const ColorMapping& mapping, BitmapImpl<Rgb>& colors) {
     const Bucket& display = image.getDisplayWindow();
     const Bucket& data = image.getDataWindow();
     mapping.createMappingOperator(mapping.getContext(), display.size())
@@ -44,14 +39,14 @@ void mapColors(const ChannelImage& image, bool toneMapping, BitmapImpl<Rgb>& col
 }  // namespace
 
 ElementPicture renderElement(const ChannelImage& image, const ElementInfo& element,
-                             bool toneMapping) {
+                             const ColorMapping& colorMapping) {
     const Pixel size = image.getDataWindow().size();
     const Bucket whole = {0, 0, size.x, size.y};
     ElementPicture picture{readColors(image, element, whole), {}, isData(element)};
     if (picture.isData) {
         return picture;
     }
-    mapColors(image, toneMapping, picture.bitmap);
+    mapColors(image, colorMapping, picture.bitmap);
     if (image.hasChannel<float>(image::kAlphaElement)) {
         picture.alpha = image.getMonoRegion(image::kAlphaElement, whole, 1.0f);
     }

@@ -3,6 +3,7 @@
 #include "base/image/ChannelImage.h"
 #include "foundation/Bitmap.h"
 #include "foundation/Optional.h"
+#include "services/colorkit/ColorMapping.h"
 
 namespace tavrin::cli {
 
@@ -13,10 +14,9 @@ struct ElementPicture {
     bool isData;  ///< values as stored, not mapped to colours
 };
 
-/// Images go through the default tone mapping (or, without `toneMapping`, only through the
-/// display's encoding) and take the image's alpha along; data passes stay as they are stored. The
-/// element's kind is supported.
+/// Images go through the colour mapping and take the image's alpha along; data passes stay as they
+/// are stored. The element's kind is supported.
 ElementPicture renderElement(const image::ChannelImage& image, const image::ElementInfo& element,
-                             bool toneMapping);
+                             const colorkit::ColorMapping& colorMapping);
 
 }  // namespace tavrin::cli

@@ -101,9 +101,9 @@ std::vector<ElementFile> planElementFiles(const Output& output, const ChannelIma
 }
 
 void saveElement(const Output& output, const ChannelImage& image, const ElementFile& file,
-                 ProgressLine& progress) {
+                 const colorkit::ColorMapping& colorMapping, ProgressLine& progress) {
     const TaskProgress step = progress.start("Saving \"" + file.path.native() + "\"");
-    const ElementPicture picture = renderElement(image, file.element, output.toneMapping);
+    const ElementPicture picture = renderElement(image, file.element, colorMapping);
     const image::RgbImageIterator<0> pixels(picture.bitmap,
                                             picture.alpha ? &*picture.alpha : nullptr);
     throwOnFailure(imageio::saveImage(file.path, pixels, picture.isData, output.format,
@@ -113,12 +113,9 @@ void saveElement(const Output& output, const ChannelImage& image, const ElementF
 }  // namespace
 
 Output planOutput(const Options& options) {
-    Output output{options.input, options.output, {}, {}, {}, options.toneMapping};
+    Output output{options.input, options.output, {}, {}, {}};
     output.element = options.element.value_or(image::getDisplayName(image::kBeautyElement));
-    if (isSameFile(options.input, options.output)) {
-        throw UsageError("The output \"" + options.output.native() +
-                         "\" would overwrite the image that is opened.");
-    }
+    checkInputIsKept(options, options.output);
     if (isTxr(options.output)) {
         if (options.element && *options.element != kAllElements) {
             throw UsageError("A .txr output holds all elements; --element cannot choose one.");
@@ -138,14 +135,22 @@ Output planOutput(const Options& options) {
     return output;
 }
 
-void saveOutput(const Output& output, const ChannelImage& image, ProgressLine& progress) {
+void saveOutput(const Output& output, const ChannelImage& image,
+                const colorkit::ColorMapping& colorMapping, ProgressLine& progress) {
     if (!output.format) {
         progress.start("Saving \"" + output.path.native() + "\"");
         throwOnFailure(image::ExrSaver().save(image, output.path));
         return;
     }
     for (const ElementFile& file : planElementFiles(output, image)) {
-        saveElement(output, image, file, progress);
+        saveElement(output, image, file, colorMapping, progress);
+    }
+}
+
+void checkInputIsKept(const Options& options, const Path& file) {
+    if (isSameFile(options.input, file)) {
+        throw UsageError("The output \"" + file.native() +
+                         "\" would overwrite the image that is opened.");
     }
 }
 

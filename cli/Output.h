@@ -4,6 +4,7 @@
 #include "cli/CommandLine.h"
 #include "cli/ProgressLine.h"
 #include "foundation/Optional.h"
+#include "services/colorkit/ColorMapping.h"
 #include "services/imageio/ImageSaveSettings.h"
 
 namespace tavrin::cli {
@@ -16,15 +17,18 @@ struct Output {
     Optional<imageio::ImageFormat> format;  ///< nothing: the whole image as TXR
     imageio::ImageSaveSettings settings;
     String element;  ///< display name, or "*"
-    bool toneMapping = true;
 };
 
 /// Throws a UsageError for an output of an unknown kind, an option that its format does not have,
 /// and an output that would overwrite the input.
 Output planOutput(const Options& options);
 
-/// Saves the image or pictures of its elements. Throws an Exception.
-void saveOutput(const Output& output, const image::ChannelImage& image, ProgressLine& progress);
+/// Saves the image, or pictures of its elements by the colour mapping. Throws an Exception.
+void saveOutput(const Output& output, const image::ChannelImage& image,
+                const colorkit::ColorMapping& colorMapping, ProgressLine& progress);
+
+/// Throws a UsageError when saving to the file would overwrite the image that is opened.
+void checkInputIsKept(const Options& options, const Path& file);
 
 /// True when the element has a layout that a picture can show.
 bool isSupported(const image::ElementInfo& element);

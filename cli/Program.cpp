@@ -2,11 +2,15 @@
 
 #include "base/image/Exr.h"
 #include "base/image/ExrInfo.h"
+#include "base/image/ImageSettings.h"
+#include "base/settings/PropertyHelp.h"
 #include "cli/FormatList.h"
 #include "cli/InfoReport.h"
 #include "cli/OperatorList.h"
 #include "cli/Output.h"
 #include "cli/ProgressLine.h"
+#include "cli/PropertyList.h"
+#include "cli/SettingsSources.h"
 #include "foundation/Scheduler.h"
 #include "foundation/platform/Terminal.h"
 
@@ -51,6 +55,11 @@ void printElementNames(const image::ExrInfo& info) {
     }
 }
 
+void printJson(const Json& report) {
+    constexpr int kIndent = 2;
+    std::cout << report.dump(kIndent) << '\n';
+}
+
 void printRequestedLists(const Options& options) {
     if (options.listFormats) {
         printFormats(std::cout);
@@ -58,21 +67,51 @@ void printRequestedLists(const Options& options) {
     if (options.listOperators) {
         printOperators(std::cout);
     }
+    if (options.listProperties) {
+        const Json report = makePropertyReport();
+        options.json ? printJson(report) : printPropertyReport(std::cout, report);
+    }
     if (!options.info && !options.listElements) {
         return;
     }
     const image::ExrInfo info = valueOrThrow(image::readExrInfo(options.input));
     if (options.info) {
         const Json report = makeInfoReport(options.input, info);
-        if (options.json) {
-            constexpr int kIndent = 2;
-            std::cout << report.dump(kIndent) << '\n';
-        } else {
-            printInfoReport(std::cout, report);
-        }
+        options.json ? printJson(report) : printInfoReport(std::cout, report);
     }
     if (options.listElements) {
         printElementNames(info);
+    }
+}
+
+/// The image to save, or as much of it as its settings need.
+image::ChannelImage openImage(const Options& options, ProgressLine& progress) {
+    if (options.input.isEmpty()) {
+        return {};
+    }
+    if (options.output.isEmpty()) {
+        return std::move(valueOrThrow(image::readExrInfo(options.input)).image);
+    }
+    progress.start("Loading \"" + options.input.native() + "\"");
+    return loadImage(options.input);
+}
+
+void save(const Options& options, const Optional<Output>& output, const SettingsSources& sources,
+          WarningPrinter& warnings, ProgressLine& progress) {
+    image::ChannelImage image = openImage(options, progress);
+    settings::Settings settings;
+    colorkit::ColorMapping colorMapping;
+    image::readSettings(image, settings::allPropertyIds(), settings, colorMapping,
+                        [&warnings](const String& warning) { warnings.print(warning); });
+    sources.apply(settings, colorMapping);
+    if (!options.saveSettings.isEmpty()) {
+        saveSettings(options.saveSettings, settings, colorMapping);
+    }
+    if (output) {
+        if (!output->format) {
+            image::writeSettings(image, settings::allPropertyIds(), settings, colorMapping);
+        }
+        saveOutput(*output, image, colorMapping, progress);
     }
 }
 
@@ -80,6 +119,10 @@ void printRequestedLists(const Options& options) {
 
 void run(const Options& options) {
     Scheduler::setThreadCount(options.threads);
+    ProgressLine progress(isProgressShown(options));
+    WarningPrinter warnings(options.quiet, progress);
+    const SettingsSources sources(options, warnings);
+    checkInputIsKept(options, options.saveSettings);
     Optional<Output> output;
     if (!options.output.isEmpty()) {
         output = planOutput(options);
@@ -88,10 +131,8 @@ void run(const Options& options) {
     if (!std::cout.flush()) {
         throw Exception("Standard output cannot be written.");
     }
-    if (output) {
-        ProgressLine progress(isProgressShown(options));
-        progress.start("Loading \"" + options.input.native() + "\"");
-        saveOutput(*output, loadImage(options.input), progress);
+    if (output || !options.saveSettings.isEmpty()) {
+        save(options, output, sources, warnings, progress);
     }
 }
 

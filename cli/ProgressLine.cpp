@@ -11,8 +11,13 @@ constexpr const char* kClearLine = "\r\x1b[K";
 }  // namespace
 
 ProgressLine::~ProgressLine() {
+    clear();
+}
+
+void ProgressLine::clear() {
     if (shownPercent_ >= 0) {
         std::cerr << kClearLine << std::flush;
+        shownPercent_ = -1;
     }
 }
 

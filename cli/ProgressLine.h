@@ -19,6 +19,8 @@ public:
     /// Starts a step ("Saving \"a.png\"") and gives what the step reports to. The line outlives the
     /// answer.
     TaskProgress start(const String& step);
+    /// Takes the line away until there is more progress, so that other text can be printed.
+    void clear();
 
 private:
     void show(float fraction);

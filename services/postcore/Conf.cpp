@@ -66,6 +66,10 @@ void Conf::parse(const Path& path, ISettings& settings, const WarningSink& warn,
     readFile(path, {settings, accepts, passOver, warn});
 }
 
+bool Conf::isColorMappingKey(const String& key) {
+    return key == kColorMapEnabledKey || key == kColorMapPipelineKey;
+}
+
 ConfColorMapping loadConfigWithColorMapping(const Path& path, ISettings& settings,
                                             const IdFilter& accepts, const WarningSink& warn) {
     ConfColorMapping mapping;

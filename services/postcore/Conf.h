@@ -29,6 +29,9 @@ void parse(const Path& path, ISettings& settings, const WarningSink& warn, const
 inline constexpr const char* kColorMapEnabledKey = "colorMap.enabled";
 inline constexpr const char* kColorMapPipelineKey = "colorMap.pipeline";
 
+/// The key filter that lets the colour mapping pass.
+bool isColorMappingKey(const String& key);
+
 }  // namespace Conf
 
 /// The colour mapping in a settings file, as far as the file has one. An empty holder stands for

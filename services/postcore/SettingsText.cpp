@@ -83,7 +83,7 @@ private:
 SettingsWriter::SettingsWriter() : text_(kFormat + Str::getNumberText(kVersion) + "\n") {}
 
 void SettingsWriter::add(const String& name, const String& value) {
-    text_ += name + " = " + value + "\n";
+    text_ += name + " =" + (value.isEmpty() ? value : " " + value) + "\n";
 }
 
 void SettingsWriter::addProperties(const ISettings& settings, const IdFilter& accepts) {

@@ -6,6 +6,7 @@ try --no-such-option
 try in.exr second.exr --info
 try --info
 try in.exr --json
+try in.exr --json --info --list-properties
 try in.exr --element BEAUTY
 try in.exr --element '' -o out.png
 try in.exr --format-option quality=90 --info
@@ -20,6 +21,7 @@ try in.exr -o out.png --format-option shine=1
 try in.exr -o out.png --format-option bitdepth
 try in.exr -o out.txr --format-option bitdepth=16
 try in.exr -o out.txr --element Key
+try in.exr -o out.txr --save-settings out.txr
 try in.exr -o in.exr
 try in.exr -o ./in.exr
 ls

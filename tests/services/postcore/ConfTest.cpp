@@ -25,10 +25,6 @@ bool all(int) {
     return true;
 }
 
-bool isColorMapKey(const String& key) {
-    return key == Conf::kColorMapEnabledKey || key == Conf::kColorMapPipelineKey;
-}
-
 class ConfTest : public testing::Test {
 protected:
     Path write(const std::string& text) const {
@@ -41,7 +37,7 @@ protected:
         Conf::parse(
             write(text), settings_,
             [&](const String& warning) { warnings.push_back(warning.toUtf8()); }, accepts,
-            isColorMapKey);
+            Conf::isColorMappingKey);
         return warnings;
     }
 

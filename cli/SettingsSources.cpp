@@ -1,0 +1,129 @@
+#include "cli/SettingsSources.h"
+
+#include "base/settings/PropertyHelp.h"
+#include "foundation/NumberText.h"
+#include "foundation/TextFile.h"
+#include "services/colorkit/PipelineText.h"
+#include "services/postcore/Conf.h"
+#include "services/postcore/PropertyDescriptor.h"
+
+#include <algorithm>
+
+namespace tavrin::cli {
+namespace {
+
+using colorkit::IColorMappingOperator;
+using postcore::Property;
+using postcore::PropertyDescriptor;
+using Values = std::vector<std::pair<int, Property>>;
+
+/// Collects what a settings file holds.
+class ValueCollector final : public postcore::ISettings {
+public:
+    explicit ValueCollector(Values& values) : values_(values) {}
+
+    Property get(int) const override { throw Exception("A settings file is only read."); }
+    void set(int id, const Property& value) override { values_.emplace_back(id, value); }
+    bool isReadOnly() const override { return false; }
+
+private:
+    Values& values_;
+};
+
+postcore::IdFilter acceptOnly(const std::vector<int>& ids) {
+    return [&ids](int id) { return std::ranges::find(ids, id) != ids.end(); };
+}
+
+EntityHolder<IColorMappingOperator> loadPreset(const Path& path) {
+    constexpr std::uint64_t kLargestPreset = std::uint64_t{1} << 20;
+    const Result<String> text = readTextFile(path, kLargestPreset);
+    if (!text) {
+        throw Exception(text.error());
+    }
+    String error;
+    auto pipeline = colorkit::deserializePipelineFromString(*text, error);
+    if (!error.isEmpty()) {
+        throw Exception("File \"" + path.native() + "\" is not a tone-mapping preset. " + error);
+    }
+    return pipeline;
+}
+
+const PropertyDescriptor& findProperty(const String& nameOrId) {
+    const auto id = Str::parseInt(nameOrId.view());
+    const PropertyDescriptor* descriptor =
+        id ? PropertyDescriptor::get(*id) : PropertyDescriptor::find(nameOrId);
+    if (descriptor == nullptr) {
+        throw UsageError("There is no property \"" + nameOrId +
+                         "\"; --list-properties shows those there are.");
+    }
+    return *descriptor;
+}
+
+/// Reads NAME=VALUE.
+std::pair<int, Property> parseAssignment(const String& argument) {
+    const std::size_t equals = argument.find("=");
+    if (equals == String::kNotFound) {
+        throw UsageError("--set expects NAME=VALUE, not \"" + argument + "\".");
+    }
+    const PropertyDescriptor& descriptor = findProperty(argument.substring(0, equals).trimmed());
+    const Result<Property> value = parseProperty(descriptor, argument.substring(equals + 1));
+    if (!value) {
+        throw UsageError(value.error());
+    }
+    return {descriptor.id, *value};
+}
+
+}  // namespace
+
+SettingsSources::SettingsSources(const Options& options, WarningPrinter& warnings) {
+    // First what costs nothing to check.
+    Values assignments;
+    std::ranges::transform(options.assignments, std::back_inserter(assignments), parseAssignment);
+
+    ValueCollector collector(values_);
+    const auto warnAbout = [&warnings](const Path& path) {
+        return [&warnings, path](const String& warning) {
+            warnings.print("File \"" + path.native() + "\": " + warning);
+        };
+    };
+    if (!options.settings.isEmpty()) {
+        const auto mapping = postcore::loadConfigWithColorMapping(
+            options.settings, collector, acceptOnly(settings::postPropertyIds()),
+            warnAbout(options.settings));
+        pipeline_ = mapping.pipeline;
+        isToneMappingEnabled_ = mapping.isEnabled;
+    }
+    if (!options.lightMix.isEmpty()) {
+        postcore::Conf::parse(options.lightMix, collector, warnAbout(options.lightMix),
+                              acceptOnly(settings::lightMixPropertyIds()),
+                              postcore::Conf::isColorMappingKey);
+    }
+    if (!options.preset.isEmpty()) {
+        pipeline_ = loadPreset(options.preset);
+    }
+    values_.insert(values_.end(), assignments.begin(), assignments.end());
+    if (!options.toneMapping) {
+        isToneMappingEnabled_ = false;
+    }
+}
+
+void SettingsSources::apply(settings::Settings& settings,
+                            colorkit::ColorMapping& colorMapping) const {
+    for (const auto& [id, value] : values_) {
+        settings.set(id, value);
+    }
+    if (pipeline_) {
+        colorMapping.setPipeline(*pipeline_);
+    }
+    if (isToneMappingEnabled_) {
+        colorMapping.setEnabled(*isToneMappingEnabled_);
+    }
+}
+
+void saveSettings(const Path& path, const settings::Settings& settings,
+                  const colorkit::ColorMapping& colorMapping) {
+    postcore::saveConfigWithColorMapping(settings, colorMapping, path,
+                                         acceptOnly(settings::allPropertyIds()));
+}
+
+}  // namespace tavrin::cli
