@@ -18,6 +18,7 @@
 #include "services/colorkit/operators/LiftGammaGainOperator.h"
 #include "services/colorkit/operators/MatrixOperator.h"
 #include "services/colorkit/operators/SaturationOperator.h"
+#include "services/colorkit/operators/SigmoidOperator.h"
 #include "services/colorkit/operators/TintOperator.h"
 #include "services/colorkit/operators/VignetteOperator.h"
 #include "services/colorkit/operators/WhiteBalanceOperator.h"
@@ -186,6 +187,9 @@ std::vector<std::pair<std::string, colorkit::OperatorValues>> makeOperators() {
     operators.emplace_back("Grain of size 2", OperatorValues(GrainOperator::kDescriptor)
                                                   .set(GrainOperator::kAmount, 0.5f)
                                                   .set(GrainOperator::kSize, 2.0f));
+    operators.emplace_back(
+        "Sigmoid, skewed",
+        OperatorValues(SigmoidOperator::kDescriptor).set(SigmoidOperator::kSkew, 0.3f));
     operators.emplace_back(
         "AgX, punchy",
         OperatorValues(AgXOperator::kDescriptor).set(AgXOperator::kLook, AgXLook::Punchy));

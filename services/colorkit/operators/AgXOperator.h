@@ -1,7 +1,6 @@
 #pragma once
 
 #include "services/colorkit/ColorMappingOperatorDescriptor.h"
-#include "services/colorkit/simd/ScaledPower.h"
 
 namespace tavrin::colorkit {
 
@@ -30,7 +29,7 @@ struct AgXOperator {
         float slope;
         float inverseToe;
         float inverseShoulder;
-        ScaledPower decoding;
+        float decoding;  ///< the power
     };
 
     static const ColorMappingOperatorDescriptor kDescriptor;

@@ -20,18 +20,25 @@ constexpr float kLog2Grey = -2.4739312f;  // log2(0.18)
 /// The curve between its first and its last point.
 template <class D, class V>
 HWY_INLINE V applyCubics(D d, const CurvesOperator::Numbers& curve, V stops) {
-    const hn::RebindToSigned<D> di;
-    V segment = hn::Zero(d);
+    V start = hn::Set(d, curve.starts[0]);
+    V coefficients[4];
+    for (int k = 0; k < 4; ++k) {
+        coefficients[k] = hn::Set(d, curve.coefficients[k][0]);
+    }
+    // Curves have few segments, so that blends are faster than look-ups.
     for (int i = 1; i < curve.segmentCount; ++i) {
-        const auto isBehind = hn::Ge(stops, hn::Set(d, curve.starts[i]));
-        segment = hn::Add(segment, hn::IfThenElseZero(isBehind, hn::Set(d, 1.0f)));
+        const V next = hn::Set(d, curve.starts[i]);
+        const auto isBehind = hn::Ge(stops, next);
+        start = hn::IfThenElse(isBehind, next, start);
+        for (int k = 0; k < 4; ++k) {
+            coefficients[k] =
+                hn::IfThenElse(isBehind, hn::Set(d, curve.coefficients[k][i]), coefficients[k]);
+        }
     }
-    const auto index = hn::ConvertTo(di, segment);
-    const V u = hn::Sub(stops, hn::GatherIndex(d, curve.starts, index));
-    V result = hn::GatherIndex(d, curve.coefficients[3], index);
-    for (int i = 2; i >= 0; --i) {
-        result = hn::MulAdd(result, u, hn::GatherIndex(d, curve.coefficients[i], index));
-    }
+    const V u = hn::Sub(stops, start);
+    V result = hn::MulAdd(coefficients[3], u, coefficients[2]);
+    result = hn::MulAdd(result, u, coefficients[1]);
+    result = hn::MulAdd(result, u, coefficients[0]);
     return computeExp2(d, hn::Add(result, hn::Set(d, kLog2Grey)));
 }
 

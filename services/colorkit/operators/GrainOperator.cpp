@@ -12,8 +12,8 @@
 HWY_BEFORE_NAMESPACE();
 namespace tavrin::colorkit::HWY_NAMESPACE {
 
-/// Spreads each bit of 32 over all (Wellons 2018, "Prospecting for Hash Functions", with the
-/// constants of the "lowbias32" improved by Fabian).
+/// Spreads each bit of 32 over all (Wellons 2018, "Prospecting for Hash Functions", with constants
+/// that were found in this way later).
 template <class V>
 HWY_INLINE V mixBits(V bits) {
     const hn::DFromV<V> du;
@@ -74,9 +74,7 @@ void addGrain(float amplitude, float inverseSize, const GrainOperator::Row& row,
         const auto luminance = hn::Max(computeLuminance(d, r, g, b), hn::Zero(d));
         const auto fade = hn::MulAdd(luminance, hn::Set(d, 4.0f), one);
         const auto factor = hn::Add(one, hn::Div(hn::Mul(noise, hn::Set(d, amplitude)), fade));
-        r = clampToFinite(d, hn::Mul(r, factor));
-        g = clampToFinite(d, hn::Mul(g, factor));
-        b = clampToFinite(d, hn::Mul(b, factor));
+        multiplyColor(d, factor, r, g, b);
     });
 }
 

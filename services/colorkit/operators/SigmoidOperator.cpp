@@ -12,12 +12,25 @@
 HWY_BEFORE_NAMESPACE();
 namespace tavrin::colorkit::HWY_NAMESPACE {
 
-/// `film` is f / P of fog + x, `paper` is W y^q of y = f / (P + f).
+/// f / (P + f) of a component; `film` is f / P of fog + x.
+template <class D, class V>
+HWY_INLINE V computeResponse(D d, const ScaledPower& film, float fog, V value) {
+    const V light = hn::Add(hn::Max(value, hn::Zero(d)), hn::Set(d, fog));
+    const V response = computePower(d, film, light);
+    return hn::Div(response, hn::Add(response, hn::Set(d, 1.0f)));
+}
+
+/// `paper` is W y^q.
 void applySigmoid(const ScaledPower& film, const ScaledPower& paper, float fog, PixelBlock& block) {
     forEachComponent(block, [&, fog](auto d, auto value) HWY_ATTR {
-        const auto light = hn::Add(hn::Max(value, hn::Zero(d)), hn::Set(d, fog));
-        const auto response = computePower(d, film, light);
-        return computePower(d, paper, hn::Div(response, hn::Add(response, hn::Set(d, 1.0f))));
+        return computePower(d, paper, computeResponse(d, film, fog, value));
+    });
+}
+
+/// The same for q = 1.
+void applyStraightSigmoid(const ScaledPower& film, float white, float fog, PixelBlock& block) {
+    forEachComponent(block, [&, white, fog](auto d, auto value) HWY_ATTR {
+        return hn::Mul(hn::Set(d, white), computeResponse(d, film, fog, value));
     });
 }
 
@@ -38,6 +51,7 @@ constexpr const ParameterDeclaration* kParameters[] = {
     &SigmoidOperator::kBlack};
 
 HWY_EXPORT(applySigmoid);
+HWY_EXPORT(applyStraightSigmoid);
 
 /// 18.45 %: what the curve keeps.
 constexpr double kGrey = 0.1845;
@@ -69,11 +83,18 @@ void appendStages(const OperatorValues& values, const MappingEnvironment&, Stage
     const Sigmoid sigmoid =
         solve(values.get(SigmoidOperator::kContrast), values.get(SigmoidOperator::kSkew), white,
               values.get(SigmoidOperator::kBlack) / 100.0);
-    stages.add([film = ScaledPower::fromLog2(-sigmoid.log2Paper, sigmoid.filmPower),
-                paper = ScaledPower(white, sigmoid.paperPower),
-                fog = static_cast<float>(sigmoid.fog)](PixelBlock& block) {
-        HWY_DYNAMIC_DISPATCH(applySigmoid)(film, paper, fog, block);
-    });
+    const auto film = ScaledPower::fromLog2(-sigmoid.log2Paper, sigmoid.filmPower);
+    const auto fog = static_cast<float>(sigmoid.fog);
+    if (sigmoid.paperPower == 1.0) {
+        stages.add([film, white = static_cast<float>(white), fog](PixelBlock& block) {
+            HWY_DYNAMIC_DISPATCH(applyStraightSigmoid)(film, white, fog, block);
+        });
+    } else {
+        const ScaledPower paper(white, sigmoid.paperPower);
+        stages.add([film, paper, fog](PixelBlock& block) {
+            HWY_DYNAMIC_DISPATCH(applySigmoid)(film, paper, fog, block);
+        });
+    }
 }
 
 }  // namespace

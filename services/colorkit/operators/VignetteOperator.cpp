@@ -25,9 +25,7 @@ void darkenCorners(const VignetteOperator::Numbers& numbers, PixelBlock& block) 
         const auto root = hn::MulAdd(squaredDistance, hn::Set(d, numbers.steepness), one);
         const auto fallOff = hn::Div(one, hn::Mul(root, root));
         const auto factor = hn::MulAdd(hn::Set(d, numbers.strength), hn::Sub(fallOff, one), one);
-        r = clampToFinite(d, hn::Mul(r, factor));
-        g = clampToFinite(d, hn::Mul(g, factor));
-        b = clampToFinite(d, hn::Mul(b, factor));
+        multiplyColor(d, factor, r, g, b);
     });
 }
 

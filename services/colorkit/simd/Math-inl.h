@@ -27,6 +27,14 @@ HWY_INLINE V clampToFinite(D d, V value) {
     return hn::Clamp(value, hn::Neg(largest), largest);
 }
 
+/// Multiplies a colour by a factor.
+template <class D, class V>
+HWY_INLINE void multiplyColor(D d, V factor, V& r, V& g, V& b) {
+    r = clampToFinite(d, hn::Mul(r, factor));
+    g = clampToFinite(d, hn::Mul(g, factor));
+    b = clampToFinite(d, hn::Mul(b, factor));
+}
+
 /// c0 + x (c1 + x (c2 + ...)).
 template <class D, class V>
 HWY_INLINE V evaluatePolynomial(D d, V, float c0) {
@@ -71,18 +79,11 @@ HWY_INLINE V exp2Fraction(D d, V fraction) {
     return hn::MulAdd(fraction, exp2FractionSlope(d, fraction), hn::Set(d, 1.0f));
 }
 
-/// value · 2^whole for whole numbers from -252 to 254; finer steps than normal floats have are
-/// lost.
+/// 2^whole for whole numbers from -126 to 127.
 template <class D, class V>
-HWY_INLINE V multiplyByPowerOfTwo(D d, V value, V whole) {
+HWY_INLINE V computePowerOfTwo(D d, V whole) {
     const hn::RebindToSigned<D> di;
-    // In two factors, because one alone may leave the range of exponents.
-    const auto exponent = hn::ConvertTo(di, whole);
-    const auto half = hn::ShiftRight<1>(exponent);
-    const auto powerOfTwo = [d, di](auto n) HWY_ATTR {
-        return hn::BitCast(d, hn::ShiftLeft<23>(hn::Add(n, hn::Set(di, 127))));
-    };
-    return hn::Mul(hn::Mul(value, powerOfTwo(half)), powerOfTwo(hn::Sub(exponent, half)));
+    return hn::BitCast(d, hn::ShiftLeft<23>(hn::Add(hn::ConvertTo(di, whole), hn::Set(di, 127))));
 }
 
 /// log2 x with an absolute error below 1e-8 and half a step of the result; x below the smallest
@@ -94,13 +95,12 @@ HWY_INLINE V computeLog2(D d, V x) {
     return hn::Add(integer, fraction);
 }
 
-/// 2^x with a relative error below 2e-7, at least 2^-126 and at most the largest float.
+/// 2^x with a relative error below 2e-7; x counts as at least -126 and at most 127.
 template <class D, class V>
 HWY_INLINE V computeExp2(D d, V x) {
-    x = hn::Clamp(x, hn::Set(d, -126.0f), hn::Set(d, 128.0f));
+    x = hn::Clamp(x, hn::Set(d, -126.0f), hn::Set(d, 127.0f));
     const V whole = hn::Round(x);
-    const V result = multiplyByPowerOfTwo(d, exp2Fraction(d, hn::Sub(x, whole)), whole);
-    return hn::Min(result, hn::Set(d, std::numeric_limits<float>::max()));
+    return hn::Mul(exp2Fraction(d, hn::Sub(x, whole)), computePowerOfTwo(d, whole));
 }
 
 /// 2^x - 1 for x that is not positive, exact to 2e-7 of the result also near 0.
@@ -108,8 +108,8 @@ template <class D, class V>
 HWY_INLINE V computeExp2Minus1(D d, V x) {
     x = hn::Max(x, hn::Set(d, -126.0f));
     const V whole = hn::Round(x);
-    const V powerOfTwo = multiplyByPowerOfTwo(d, hn::Set(d, 1.0f), whole);
     const V fraction = hn::Sub(x, whole);
+    const V powerOfTwo = computePowerOfTwo(d, whole);
     const V excess = hn::Mul(fraction, exp2FractionSlope(d, fraction));
     return hn::MulAdd(powerOfTwo, excess, hn::Sub(powerOfTwo, hn::Set(d, 1.0f)));
 }

@@ -38,9 +38,13 @@ HWY_INLINE V computePower(D d, const ScaledPower& power, V x) {
     rest = hn::Add(rest, hn::Set(d, power.offsetFraction));
     rest = hn::MulAdd(hn::Set(d, power.exponent), fraction, rest);
 
+    // In two factors, because one alone may leave the range of exponents.
+    const V half = hn::Floor(hn::Mul(whole, hn::Set(d, 0.5f)));
+    V result = hn::Mul(hn::Mul(exp2Fraction(d, rest), computePowerOfTwo(d, half)),
+                       computePowerOfTwo(d, hn::Sub(whole, half)));
     const V largest = hn::Set(d, std::numeric_limits<float>::max());
     const V smallest = hn::Set(d, std::numeric_limits<float>::min());
-    V result = hn::Min(multiplyByPowerOfTwo(d, exp2Fraction(d, rest), whole), largest);
+    result = hn::Min(result, largest);
     result = hn::IfThenElse(hn::Gt(line, hn::Set(d, 129.0f)), largest, result);
     const auto isNormal = hn::And(hn::Ge(x, smallest), hn::Gt(line, hn::Set(d, -126.0f)));
     return hn::IfThenElseZero(isNormal, result);
