@@ -13,6 +13,7 @@
 #include "cli/SettingsSources.h"
 #include "foundation/Scheduler.h"
 #include "foundation/platform/Terminal.h"
+#include "services/postcore/PostProcessData.h"
 
 #include <iostream>
 
@@ -96,6 +97,13 @@ image::ChannelImage openImage(const Options& options, ProgressLine& progress) {
     return loadImage(options.input);
 }
 
+/// Lets the camera's settings take part in the mapping; who hears of errors stays.
+void setMappingContext(const settings::Settings& settings, colorkit::ColorMapping& colorMapping) {
+    auto context = postcore::getCommonColorMappingContext(postcore::getPostProcessData(settings));
+    context.errorCallback = colorMapping.getContext().errorCallback;
+    colorMapping.setContext(context);
+}
+
 void save(const Options& options, const Optional<Output>& output, const SettingsSources& sources,
           WarningPrinter& warnings, ProgressLine& progress) {
     image::ChannelImage image = openImage(options, progress);
@@ -104,6 +112,7 @@ void save(const Options& options, const Optional<Output>& output, const Settings
     image::readSettings(image, settings::allPropertyIds(), settings, colorMapping,
                         [&warnings](const String& warning) { warnings.print(warning); });
     sources.apply(settings, colorMapping);
+    setMappingContext(settings, colorMapping);
     if (!options.saveSettings.isEmpty()) {
         saveSettings(options.saveSettings, settings, colorMapping);
     }

@@ -88,7 +88,7 @@ SettingsSources::SettingsSources(const Options& options, WarningPrinter& warning
     };
     if (!options.settings.isEmpty()) {
         const auto mapping = postcore::loadConfigWithColorMapping(
-            options.settings, collector, acceptOnly(settings::postPropertyIds()),
+            options.settings, collector, acceptOnly(settings::allPropertyIds()),
             warnAbout(options.settings));
         pipeline_ = mapping.pipeline;
         isToneMappingEnabled_ = mapping.isEnabled;

@@ -17,6 +17,16 @@ same file.png preset.png
 same off.png default.png
 same none.png off.png
 
+# The camera takes part where the tone mapping asks for it; a LUT that is missing is left out.
+printf '{"version":1,"operators":[{"type":"PhotographicExposure","enabled":true}]}' >camera.ttm
+try in.exr -o camera.png --preset camera.ttm
+try in.exr -o camera2.png --preset camera.ttm --set cameraIso=25
+same camera.png off.png
+same camera2.png preset.png
+printf '{"version":1,"operators":[{"type":"Lut","enabled":true,"path":"none.cube"}]}' >lut.ttm
+try in.exr -o lut.png --preset lut.ttm
+same lut.png off.png
+
 # What is saved in an image comes back from there.
 try in.exr -o saved.txr --preset dark.ttm --set lightMixColor='1 1 1, 0.5 1 1' --set 355=3
 try saved.txr -o saved.png
@@ -30,7 +40,7 @@ try --save-settings a.tvpost --settings seven.tvpost
 try --save-settings b.tvpost --lightmix seven.tvpost
 try --save-settings c.tvpost --settings seven.tvpost --set bloomIntensity=8
 grep -E '^(bloomIntensity|lightMixIntensity)' [abc].tvpost
-try --save-settings all.tvpost --settings saved.tvpost --lightmix saved.tvpost
+try --save-settings all.tvpost --settings saved.tvpost
 same all.tvpost saved.tvpost
 
 # What cannot be used in a file is told, the rest is taken.
