@@ -2,7 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <atomic>
+#include <latch>
 #include <memory>
 #include <thread>
 #include <vector>
@@ -15,14 +17,18 @@ using postcore::Property;
 constexpr int kBloom = 353;
 constexpr int kGlare = 354;
 constexpr int kThreads = 4;
-constexpr int kWrites = 2000;
+constexpr int kWrites = 20000;
 
 /// Runs body(i) on threads of their own, all at once.
 template <class Body>
 void runThreads(int count, const Body& body) {
+    std::latch start(count);
     std::vector<std::thread> threads;
     for (int i = 0; i < count; ++i) {
-        threads.emplace_back([&body, i] { body(i); });
+        threads.emplace_back([&, i] {
+            start.arrive_and_wait();
+            body(i);
+        });
     }
     for (std::thread& thread : threads) {
         thread.join();
@@ -72,6 +78,28 @@ TEST(SettingsConcurrency, ReadersNeverWaitForObservers) {
     EXPECT_TRUE(settings.get(kBloom) == Property(3.0f));
     settings.get(kGlare);
     hasRead = true;
+    writer.join();
+}
+
+TEST(SettingsConcurrency, ReadersSeeWholeValues) {
+    constexpr std::size_t kLength = 1000;
+    Settings settings;
+    settings.set(kBloom, std::vector<int>(kLength, 0));
+    std::atomic<bool> isDone = false;
+    std::thread writer([&] {
+        for (int i = 1; !isDone; ++i) {
+            settings.set(kBloom, std::vector<int>(kLength, i));
+        }
+    });
+    int last = 0;
+    for (int changes = 0; changes < 100;) {
+        const Property value = settings.get(kBloom);
+        const auto& numbers = value.get<std::vector<int>>();
+        EXPECT_EQ(std::ranges::count(numbers, numbers.front()), std::ptrdiff_t{kLength});
+        changes += numbers.front() != last ? 1 : 0;
+        last = numbers.front();
+    }
+    isDone = true;
     writer.join();
 }
 
