@@ -78,7 +78,10 @@ String shorten(const std::string& reason) {
         const std::size_t start = found + kFormatReason.size();
         part = reason.substr(start, reason.find(kNextFormat, start) - start);
     }
-    String text = Str::escapeControls(String::fromUtf8(part).trimmed());
+    if (part.starts_with("vector::") || part == "std::bad_alloc") {
+        return "the sizes in it are impossible";
+    }
+    String text = Str::escapeControls(String::fromUtf8(part).trimmed()).replaced("  ", " ");
     while (text.endsWith(".")) {
         text = text.substring(0, text.size() - 1);
     }

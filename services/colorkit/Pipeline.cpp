@@ -1,5 +1,7 @@
 #include "services/colorkit/Pipeline.h"
 
+#include "foundation/Exception.h"
+#include "foundation/NumberText.h"
 #include "foundation/data/UniqueIdGenerator.h"
 #include "services/colorkit/UnaryColorMappingOperator.h"
 #include "services/colorkit/operators/ContrastOperator.h"
@@ -13,7 +15,16 @@
 
 namespace tavrin::colorkit {
 
+void checkOperatorCount(std::size_t count) {
+    if (count > kMostOperators) {
+        throw Exception("The tone mapping has " + Str::getNumberText(static_cast<int>(count)) +
+                        " operators; at most " +
+                        Str::getNumberText(static_cast<int>(kMostOperators)) + " are possible.");
+    }
+}
+
 EntityHolder<IColorMappingOperator> makePipeline(const std::vector<OperatorValues>& operators) {
+    checkOperatorCount(operators.size());
     EntityHolder<IColorMappingOperator> last;
     for (const OperatorValues& values : operators) {
         const int id = UniqueIdGenerator::getInstance().getNext();

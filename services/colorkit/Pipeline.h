@@ -2,12 +2,19 @@
 
 #include "services/colorkit/IColorMappingOperator.h"
 
+#include <cstddef>
 #include <vector>
 
 namespace tavrin::colorkit {
 
+/// How many operators a pipeline may have.
+constexpr std::size_t kMostOperators = 64;
+
+/// Throws an Exception when there are more.
+void checkOperatorCount(std::size_t count);
+
 /// A chain of operators with these values, each with an id of its own; without values an empty
-/// holder.
+/// holder. Throws an Exception when there are too many.
 EntityHolder<IColorMappingOperator> makePipeline(const std::vector<OperatorValues>& operators);
 
 /// The operators of a pipeline in the order in which they work on a colour. They live as long as

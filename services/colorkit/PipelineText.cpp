@@ -12,7 +12,6 @@ namespace tavrin::colorkit {
 namespace {
 
 constexpr int kVersion = 1;
-constexpr std::size_t kMaximumOperators = 64;
 // Reading takes time quadratic in the number of an object's members.
 constexpr std::size_t kMaximumLength = std::size_t{128} * 1024;
 
@@ -62,11 +61,11 @@ Result<OperatorValues> parseOperator(const Json& json) {
     }
 
     OperatorValues values(*descriptor);
-    const auto enabled = json.find(kEnabledKey);
-    if (enabled == json.end() || !enabled->is_boolean()) {
+    const Json enabled = json.value(kEnabledKey, Json(true));
+    if (!enabled.is_boolean()) {
         return Failure("The value \"enabled\"" + ofOperator + " must be true or false.");
     }
-    values.setEnabled(enabled->get<bool>());
+    values.setEnabled(enabled.get<bool>());
     for (std::size_t i = 0; i < descriptor->parameters.size(); ++i) {
         const ParameterDeclaration& parameter = *descriptor->parameters[i];
         const auto member = json.find(parameter.name);
@@ -113,9 +112,9 @@ Result<std::vector<OperatorValues>> parseOperators(const String& text) {
         return Failure(json.error());
     }
     const Json& list = (*json)[kOperatorsKey];
-    if (list.size() > kMaximumOperators) {
+    if (list.size() > kMostOperators) {
         return Failure("The tone mapping has " + toText(list.size()) + " operators; at most " +
-                       toText(kMaximumOperators) + " are possible.");
+                       toText(kMostOperators) + " are possible.");
     }
     std::vector<OperatorValues> operators;
     for (const Json& item : list) {

@@ -11,9 +11,9 @@ namespace tavrin::colorkit {
 String serializePipelineToString(const EntityHolder<IColorMappingOperator>& pipeline);
 
 /// Reads that text, from any source, into a pipeline that is the same. A parameter that the text
-/// leaves out has its default, so that an operator may get new ones. When the text is not one,
-/// `error` gets one sentence and the answer is empty; otherwise `error` becomes empty. The text of
-/// an empty pipeline gives an empty holder without an error.
+/// leaves out has its default, so that an operator may get new ones; one without a switch is on.
+/// When the text is not one, `error` gets one sentence and the answer is empty; otherwise `error`
+/// becomes empty. The text of an empty pipeline gives an empty holder without an error.
 EntityHolder<IColorMappingOperator> deserializePipelineFromString(const String& text,
                                                                   String& error);
 

@@ -57,6 +57,7 @@ bool isDataSame(const GenericObject& left, const GenericObject& right) {
 }  // namespace
 
 EntityHolder<IColorMappingOperator> createPipeline(const GenericList& operators) {
+    checkOperatorCount(operators.size());
     EntityHolder<IColorMappingOperator> last;
     for (const GenericObject& object : operators) {
         const OperatorValues values = toValues(object);

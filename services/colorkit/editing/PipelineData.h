@@ -15,7 +15,7 @@ namespace tavrin::colorkit {
 enum class HiddenItems { Include = 0, Omit = 1 };
 
 /// An object without an id (0) gets a new one. Throws an Exception when an object is not the data
-/// of an operator.
+/// of an operator, or when there are too many.
 EntityHolder<IColorMappingOperator> createPipeline(const GenericList& operators);
 
 GenericList convertPipelineToDataObjects(const EntityHolder<IColorMappingOperator>& pipeline,

@@ -25,8 +25,8 @@ TEST(PipelineText, IsShortAndReadable) {
 
 TEST(PipelineText, ParametersThatAreLeftOutHaveTheirDefaults) {
     String error;
-    const auto pipeline = deserializePipelineFromString(
-        R"({"version":1,"operators":[{"type":"Exposure","enabled":true}]})", error);
+    const auto pipeline =
+        deserializePipelineFromString(R"({"version":1,"operators":[{"type":"Exposure"}]})", error);
     EXPECT_TRUE(arePipelinesSame(pipeline, makePipeline({exposure(0.0f)}))) << error.toUtf8();
 }
 
