@@ -43,6 +43,24 @@ void printHelp(std::ostream& out, const std::string& help) {
     }
 }
 
+void printChoices(std::ostream& out, const Json& choices) {
+    if (!choices.empty()) {
+        out << "   ";
+        for (const auto& [name, value] : choices.items()) {
+            out << ' ' << value.get<int>() << ' ' << name;
+        }
+        out << '\n';
+    }
+}
+
+Json makeChoices(const PropertyDescriptor& descriptor) {
+    Json choices = Json::object();
+    for (const postcore::PropertyChoice& choice : descriptor.choices) {
+        choices[choice.name.toUtf8()] = choice.value;
+    }
+    return choices;
+}
+
 }  // namespace
 
 Json makePropertyReport() {
@@ -54,6 +72,7 @@ Json makePropertyReport() {
                           {"default", toJsonValue(descriptor.defaultValue)},
                           {"minimum", toJsonValue(descriptor.minimum)},
                           {"maximum", toJsonValue(descriptor.maximum)},
+                          {"choices", makeChoices(descriptor)},
                           {"help", toJson(settings::getPropertyHelp(descriptor.id))}});
     }
     return report;
@@ -70,6 +89,7 @@ void printPropertyReport(std::ostream& out, const Json& report) {
             out << ", " << getText(property["minimum"]) << " to " << getText(property["maximum"]);
         }
         out << '\n';
+        printChoices(out, property["choices"]);
         printHelp(out, getText(property["help"]));
     }
 }

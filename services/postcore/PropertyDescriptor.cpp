@@ -1,5 +1,6 @@
 #include "services/postcore/PropertyDescriptor.h"
 
+#include "foundation/Text.h"
 #include "services/postcore/PropertyTable.h"
 #include "services/postcore/PropertyText.h"
 
@@ -48,6 +49,11 @@ Result<void> PropertyDescriptor::check(const Property& value) const {
 }
 
 Result<Property> parseProperty(const PropertyDescriptor& descriptor, const String& text) {
+    for (const PropertyChoice& choice : descriptor.choices) {
+        if (Str::toLowerCase(choice.name) == Str::toLowerCase(text.trimmed())) {
+            return Property(choice.value);
+        }
+    }
     Result<Property> value = parseConfSerialization(descriptor.type, text);
     const Result<void> check =
         value ? descriptor.check(*value) : Result<void>(Failure(value.error()));

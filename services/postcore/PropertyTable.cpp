@@ -1,6 +1,7 @@
 #include "services/postcore/PropertyTable.h"
 
 #include <limits>
+#include <utility>
 
 namespace tavrin::postcore {
 namespace {
@@ -10,6 +11,12 @@ constexpr float kFullTurn = 360.0f;
 
 PropertyDescriptor makeInt(int id, const char* name, int value, int minimum, int maximum) {
     return {id, name, PropertyType::Int, value, minimum, maximum};
+}
+
+PropertyDescriptor makeChoice(int id, const char* name, int value,
+                              std::vector<PropertyChoice> choices) {
+    const int maximum = choices.back().value;
+    return {id, name, PropertyType::Int, value, 0, maximum, std::move(choices)};
 }
 
 PropertyDescriptor makeFloat(int id, const char* name, float value, float minimum, float maximum) {
@@ -45,15 +52,16 @@ PropertyDescriptor makeEmptyArray(int id, const char* name) {
 
 std::vector<PropertyDescriptor> makePropertyTable() {
     return {
-        // Denoising. The modes: 0 none, 1 fireflies, 2 full, 4 and 5 neural.
-        makeInt(996, "denoiseMode", 0, 0, 5),
+        // Denoising; the last two modes are neural.
+        makeChoice(996, "denoiseMode", 0,
+                   {{0, "None"}, {1, "Fireflies"}, {2, "Full"}, {4, "NvidiaAi"}, {5, "IntelAi"}}),
         makeFloat(997, "denoiseSensitivity", 1.0f, 0.0f, 10.0f),
         // How readily a bright pixel is taken for a firefly.
         makeFloat(992, "denoiseFireflySensitivity", 1.0f, 0.0f, 10.0f),
         makeFraction(993, "denoiseAmount", 1.0f),
         makeBool(989, "denoiseBlending", true),
-        // What the neural denoiser runs on: 0 whatever is best, 1 the processor.
-        makeInt(999, "denoiseBackend", 0, 0, 1),
+        // What the neural denoiser runs on.
+        makeChoice(999, "denoiseBackend", 0, {{0, "Best"}, {1, "Processor"}}),
 
         // LightMix: one element for each light; lights without one are on, white and as rendered.
         makeEmptyArray<bool>(381, "lightMixEnabled"),
@@ -91,9 +99,8 @@ std::vector<PropertyDescriptor> makePropertyTable() {
         makeFraction(413, "occlusionRatio", 0.25f),
         makeAngle(414, "occlusionRotation", 0.0f),
         makeFraction(415, "occlusionArc", 0.5f),
-        // Patterns of scratches: 0 regular, 1 random.
         makeBool(416, "scratchesEnabled", false),
-        makeInt(417, "scratchesPattern", 1, 0, 1),
+        makeChoice(417, "scratchesPattern", 1, {{0, "Regular"}, {1, "Random"}}),
         makeBool(418, "scratchesCommonOrigin", false),
         makeInt(419, "scratchesClustering", 1, 1, 16),
         makeFraction(420, "scratchesDensity", 0.2f),
@@ -104,9 +111,8 @@ std::vector<PropertyDescriptor> makePropertyTable() {
         makeZoom(425, "scratchesZoom"),
         makeAngle(426, "scratchesRotation", 0.0f),
         makeFraction(427, "scratchesStrength", 1.0f),
-        // Patterns of dust: 0 squares, 1 hexagons.
         makeBool(428, "dustEnabled", false),
-        makeInt(429, "dustPattern", 0, 0, 1),
+        makeChoice(429, "dustPattern", 0, {{0, "Squares"}, {1, "Hexagons"}}),
         makeFraction(430, "dustDensity", 0.2f),
         makeFraction(431, "dustRadiusVariation", 0.5f),
         makeFraction(432, "dustPositionVariation", 1.0f),

@@ -95,7 +95,9 @@ void SettingsWriter::addProperties(const ISettings& settings, const IdFilter& ac
 }
 
 Result<void> readSettingsText(const String& text, const SettingsReader& reader) {
+    constexpr int kMostWarnings = 20;
     LineReader lines(reader);
+    int unusable = 0;
     std::size_t start = 0;
     for (int number = 1; start <= text.size(); ++number) {
         const std::size_t end = std::min(text.find("\n", start), text.size());
@@ -108,9 +110,13 @@ Result<void> readSettingsText(const String& text, const SettingsReader& reader) 
             continue;
         }
         const Result<void> answer = lines.take(line);
-        if (!answer && reader.warn) {
+        if (!answer && ++unusable <= kMostWarnings && reader.warn) {
             reader.warn("Line " + Str::getNumberText(number) + ": " + answer.error());
         }
+    }
+    if (unusable > kMostWarnings && reader.warn) {
+        reader.warn("Another " + Str::getNumberText(unusable - kMostWarnings) +
+                    " lines cannot be used.");
     }
     return {};
 }

@@ -40,8 +40,9 @@ struct SettingsReader {
     /// Takes a value whose name is not that of a property. Nothing means that there is no such
     /// name, a failure that the value is wrong.
     Function<Optional<Result<void>>(const String& name, const String& value)> takeOther;
-    /// Told one sentence, with the number of the line, about each line that cannot be used; all
-    /// others are taken. May be empty.
+    /// Told one sentence, with the number of the line, about each of the first twenty lines that
+    /// cannot be used, and one about how many there are beyond; all other lines are taken. May be
+    /// empty.
     WarningSink warn;
 };
 

@@ -61,5 +61,12 @@ TEST(PropertyDescriptor, HeaderNameIsThatOfTheProperty) {
     EXPECT_EQ(getPropertyExrName(*PropertyDescriptor::get(353)), "tavrin.post.bloomIntensity");
 }
 
+TEST(PropertyDescriptor, NamesOfChoicesAreValues) {
+    const PropertyDescriptor& mode = *PropertyDescriptor::get(996);
+    EXPECT_EQ(parseProperty(mode, " full ").value(), Property(2));
+    EXPECT_EQ(parseProperty(mode, "2").value(), Property(2));
+    EXPECT_FALSE(parseProperty(mode, "Half"));
+}
+
 }  // namespace
 }  // namespace tavrin::postcore
