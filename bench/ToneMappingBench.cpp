@@ -16,6 +16,7 @@
 #include "services/colorkit/operators/GainOperator.h"
 #include "services/colorkit/operators/GrainOperator.h"
 #include "services/colorkit/operators/LiftGammaGainOperator.h"
+#include "services/colorkit/operators/LutOperator.h"
 #include "services/colorkit/operators/MatrixOperator.h"
 #include "services/colorkit/operators/SaturationOperator.h"
 #include "services/colorkit/operators/SigmoidOperator.h"
@@ -28,6 +29,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <filesystem>
+#include <fstream>
 #include <random>
 #include <string>
 #include <utility>
@@ -195,6 +198,70 @@ std::vector<std::pair<std::string, colorkit::OperatorValues>> makeOperators() {
         OperatorValues(AgXOperator::kDescriptor).set(AgXOperator::kLook, AgXLook::Punchy));
     return operators;
 }
+
+/// A file of a three-dimensional table with `size` entries along each edge, in the system's folder
+/// for such things.
+Path writeTable(int size) {
+    const Path path =
+        std::filesystem::temp_directory_path() / ("tavrin-bench-" + std::to_string(size) + ".cube");
+    std::ofstream file(path.std());
+    file << "LUT_3D_SIZE " << size << '\n';
+    for (int i = 0; i < size * size * size; ++i) {
+        const auto entry = [&](int index) {
+            const double x = static_cast<double>(index % size) / (size - 1);
+            return x / (0.3 + 0.7 * x);
+        };
+        file << entry(i) << ' ' << entry(i / size) << ' ' << entry(i / size / size) << '\n';
+    }
+    return path;
+}
+
+/// The LUT operator with a table of this size, and OpenColorIO with the table alone, on colours as
+/// they are.
+void lookUpTable(benchmark::State& state, int size) {
+    const Path path = writeTable(size);
+    const auto values = colorkit::OperatorValues(colorkit::LutOperator::kDescriptor)
+                            .setEnabled(true)
+                            .set(colorkit::LutOperator::kPath, path)
+                            .set(colorkit::LutOperator::kLinear, true);
+    const auto transform = OCIO::FileTransform::Create();
+    transform->setSrc(path.std().c_str());
+    transform->setInterpolation(OCIO::INTERP_TETRAHEDRAL);
+    const auto processor =
+        OCIO::Config::CreateRaw()->getProcessor(transform)->getDefaultCPUProcessor();
+    colorkit::CommonColorMappingContext context;
+    context.displayGamma = 1.0f;
+    const colorkit::ColorMappingOperator<0> mapping(colorkit::makePipeline({values}), true,
+                                                    {context, {kWidth, kHeight}});
+    std::filesystem::remove(path.std());
+    const BitmapImpl<Rgb> source = makeImage();
+    std::vector<Rgb> row(kWidth);
+    std::vector<double> oursSeconds;
+    std::vector<double> baselineSeconds;
+    const auto mapAll = [&](const auto& mapRow) {
+        return getSeconds([&] {
+            for (int y = 0; y < kHeight; y += 16) {
+                const auto from = source.row(y);
+                std::copy(from.begin(), from.end(), row.begin());
+                mapRow(y);
+            }
+        });
+    };
+    for (auto iteration : state) {
+        static_cast<void>(iteration);
+        oursSeconds.push_back(mapAll([&](int y) { mapping.mapRow(row, {0, y, 1.0f}); }));
+        baselineSeconds.push_back(mapAll([&](int) {
+            OCIO::PackedImageDesc pixels(&row.front().r, kWidth, 1, 4);
+            processor->apply(pixels);
+        }));
+        state.SetIterationTime(oursSeconds.back());
+    }
+    constexpr double kMegapixels = kWidth * (kHeight / 16) / 1e6;
+    state.counters["megapixels"] = kMegapixels / getMedian(oursSeconds);
+    state.counters["ratio"] = getMedian(oursSeconds) / getMedian(baselineSeconds);
+}
+BENCHMARK_CAPTURE(lookUpTable, 33, 33)->UseManualTime()->Iterations(kPairs);
+BENCHMARK_CAPTURE(lookUpTable, 65, 65)->UseManualTime()->Iterations(kPairs);
 
 const bool kAreOperatorsRegistered = [] {
     benchmark::RegisterBenchmark("no operator",
