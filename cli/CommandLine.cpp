@@ -1,5 +1,8 @@
 #include "cli/CommandLine.h"
 
+#include "foundation/FileFilter.h"
+#include "foundation/Text.h"
+
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
@@ -73,11 +76,13 @@ std::vector<String> toTexts(const std::vector<std::string>& arguments) {
 
 void addSettingsOptions(CLI::App& app, RawArguments& raw) {
     app.add_option("--settings", raw.settings,
-                   "Settings file to take post-processing and tone mapping from")
+                   "Settings file to take all settings from, tone mapping included")
         ->type_name("FILE");
     app.add_option("--lightmix", raw.lightMix, "Settings file to take LightMix from")
         ->type_name("FILE");
-    app.add_option("--preset", raw.preset, "Tone-mapping preset to take")->type_name("FILE");
+    app.add_option("--preset", raw.preset,
+                   "Tone-mapping preset to take: a file, or a name from --list-presets")
+        ->type_name("FILE");
     app.add_option("--set", raw.assignments,
                    "Value of a property, by its name or id in --list-properties; repeatable")
         ->type_name("NAME=VALUE")
@@ -85,7 +90,7 @@ void addSettingsOptions(CLI::App& app, RawArguments& raw) {
     app.add_flag("--no-tone-mapping", raw.noToneMapping,
                  "Map colours only by the display's encoding; negative values become 0");
     app.add_option("--save-settings", raw.saveSettings,
-                   "Settings file to save, with all settings as they are then")
+                   "Settings file (.tvpost) to save, with all settings as they are then")
         ->type_name("FILE");
 }
 
@@ -114,6 +119,8 @@ void addOptions(CLI::App& app, RawArguments& raw, Options& options) {
                  "Print the picture formats with their extensions and options");
     app.add_flag("--list-operators", options.listOperators,
                  "Print the operators that tone-mapping presets are made of");
+    app.add_flag("--list-presets", options.listPresets,
+                 "Print the names of the tone-mapping presets that come with the program");
     app.add_flag("--list-properties", options.listProperties,
                  "Print the properties that --set takes");
     app.add_option("--threads", options.threads,
@@ -149,14 +156,17 @@ void check(const Options& options) {
     if (hasSettings && options.output.isEmpty() && options.saveSettings.isEmpty()) {
         throw UsageError("Settings go with --output or --save-settings.");
     }
-    if (!options.output.isEmpty() && options.output == options.saveSettings) {
-        throw UsageError("--output and --save-settings name the same file.");
+    // So that no image or preset is overwritten by mistake.
+    if (!options.saveSettings.isEmpty() && Str::toLowerCase(options.saveSettings.extension()) !=
+                                               Io::FileFilter::TAVRIN_SETTINGS_FILE.extension) {
+        throw UsageError("--save-settings expects a file with the extension .tvpost.");
     }
     const bool asksOfImage = options.info || options.listElements || !options.output.isEmpty();
     if (asksOfImage && options.input.isEmpty()) {
         throw UsageError("An image to open is expected.");
     }
-    const bool asksForList = options.listFormats || options.listOperators || options.listProperties;
+    const bool asksForList = options.listFormats || options.listOperators || options.listPresets ||
+                             options.listProperties;
     if (!asksOfImage && !asksForList && options.saveSettings.isEmpty()) {
         throw UsageError(
             "There is nothing to do: --output, --info, --save-settings or one of the --list "
@@ -176,6 +186,9 @@ Optional<Options> parseCommandLine(int argumentCount, const char* const* argumen
         app.parse(argumentCount, arguments);
     } catch (const CLI::Success& request) {
         app.exit(request, std::cout, std::cerr);
+        if (!std::cout.flush()) {
+            throw Exception("Standard output cannot be written.");
+        }
         return {};
     } catch (const CLI::ParseError& error) {
         throw UsageError(toSentence(error.what()));

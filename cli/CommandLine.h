@@ -18,10 +18,10 @@ struct Options {
     /// Display name of the element to save, "*" for all; the beauty without one.
     Optional<String> element;
     std::vector<String> formatOptions;  ///< "key=value"
-    Path settings;                    ///< settings file to take; empty: none, as in the next three
-    Path lightMix;                    ///< settings file to take LightMix from
-    Path preset;                      ///< tone-mapping preset to take
-    Path saveSettings;                ///< settings file to save
+    Path settings;      ///< settings file to take; empty: none, as in the next three
+    Path lightMix;      ///< settings file to take LightMix from
+    Path preset;        ///< tone-mapping preset to take: a file, or the name of one of ours
+    Path saveSettings;  ///< settings file to save
     std::vector<String> assignments;  ///< "property=value"
     bool toneMapping = true;
     bool info = false;
@@ -29,6 +29,7 @@ struct Options {
     bool listElements = false;
     bool listFormats = false;
     bool listOperators = false;
+    bool listPresets = false;
     bool listProperties = false;
     int threads = 0;  ///< 0: one per processor
     bool quiet = false;

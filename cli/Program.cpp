@@ -8,6 +8,7 @@
 #include "cli/InfoReport.h"
 #include "cli/OperatorList.h"
 #include "cli/Output.h"
+#include "cli/PresetList.h"
 #include "cli/ProgressLine.h"
 #include "cli/PropertyList.h"
 #include "cli/SettingsSources.h"
@@ -68,6 +69,9 @@ void printRequestedLists(const Options& options) {
     if (options.listOperators) {
         printOperators(std::cout);
     }
+    if (options.listPresets) {
+        printPresets(std::cout);
+    }
     if (options.listProperties) {
         const Json report = makePropertyReport();
         options.json ? printJson(report) : printPropertyReport(std::cout, report);
@@ -97,10 +101,11 @@ image::ChannelImage openImage(const Options& options, ProgressLine& progress) {
     return loadImage(options.input);
 }
 
-/// Lets the camera's settings take part in the mapping; who hears of errors stays.
-void setMappingContext(const settings::Settings& settings, colorkit::ColorMapping& colorMapping) {
+/// Lets the camera's settings take part in the mapping.
+void setMappingContext(const settings::Settings& settings, WarningPrinter& warnings,
+                       colorkit::ColorMapping& colorMapping) {
     auto context = postcore::getCommonColorMappingContext(postcore::getPostProcessData(settings));
-    context.errorCallback = colorMapping.getContext().errorCallback;
+    context.errorCallback = [&warnings](int, const String& text) { warnings.print(text); };
     colorMapping.setContext(context);
 }
 
@@ -110,9 +115,11 @@ void save(const Options& options, const Optional<Output>& output, const Settings
     settings::Settings settings;
     colorkit::ColorMapping colorMapping;
     image::readSettings(image, settings::allPropertyIds(), settings, colorMapping,
-                        [&warnings](const String& warning) { warnings.print(warning); });
+                        [&](const String& warning) {
+                            warnings.print("File \"" + options.input.native() + "\": " + warning);
+                        });
     sources.apply(settings, colorMapping);
-    setMappingContext(settings, colorMapping);
+    setMappingContext(settings, warnings, colorMapping);
     if (!options.saveSettings.isEmpty()) {
         saveSettings(options.saveSettings, settings, colorMapping);
     }

@@ -1,9 +1,9 @@
 #include "cli/SettingsSources.h"
 
 #include "base/settings/PropertyHelp.h"
+#include "cli/PresetList.h"
 #include "foundation/NumberText.h"
-#include "foundation/TextFile.h"
-#include "services/colorkit/PipelineText.h"
+#include "services/colorkit/PresetFile.h"
 #include "services/postcore/Conf.h"
 #include "services/postcore/PropertyDescriptor.h"
 
@@ -34,14 +34,10 @@ postcore::IdFilter acceptOnly(const std::vector<int>& ids) {
     return [&ids](int id) { return std::ranges::find(ids, id) != ids.end(); };
 }
 
-EntityHolder<IColorMappingOperator> loadPreset(const Path& path) {
-    constexpr std::uint64_t kLargestPreset = std::uint64_t{1} << 20;
-    const Result<String> text = readTextFile(path, kLargestPreset);
-    if (!text) {
-        throw Exception(text.error());
-    }
+EntityHolder<IColorMappingOperator> loadPreset(const Path& fileOrName) {
+    const Path path = findPreset(fileOrName);
     String error;
-    auto pipeline = colorkit::deserializePipelineFromString(*text, error);
+    auto pipeline = colorkit::loadPreset(path, error);
     if (!error.isEmpty()) {
         throw Exception("File \"" + path.native() + "\" is not a tone-mapping preset. " + error);
     }

@@ -11,8 +11,8 @@
 namespace tavrin::cli {
 
 /// The settings that the command line asks for: --settings, --lightmix, --preset, --set and
-/// --no-tone-mapping, later ones before earlier ones. They are read and checked before the image is
-/// opened, and applied to the settings that it brings.
+/// --no-tone-mapping; where two set the same, the later of this list counts. They are read and
+/// checked before the image is opened, and applied to the settings that it brings.
 class SettingsSources {
 public:
     /// Throws a UsageError about a --set, an Exception about a file.

@@ -27,6 +27,15 @@ printf '{"version":1,"operators":[{"type":"Lut","enabled":true,"path":"none.cube
 try in.exr -o lut.png --preset lut.ttm
 same lut.png off.png
 
+# A preset by its name; a LUT beside its preset.
+try in.exr -o look.png --preset 'Black and White'
+mkdir looks
+printf 'LUT_3D_SIZE 2\n' >looks/invert.cube
+for b in 1 0; do for g in 1 0; do for r in 1 0; do echo "$r $g $b"; done; done; done >>looks/invert.cube
+printf '{"version":1,"operators":[{"type":"Lut","path":"invert.cube"}]}' >looks/invert.ttm
+try in.exr -o invert.png --preset looks/invert.ttm
+same invert.png off.png
+
 # What is saved in an image comes back from there.
 try in.exr -o saved.txr --preset dark.ttm --set lightMixColor='1 1 1, 0.5 1 1' --set 355=3
 try saved.txr -o saved.png
@@ -56,10 +65,12 @@ for file in dark.ttm in.exr missing.tvpost .; do
     try --save-settings d.tvpost --lightmix "$file"
 done
 try in.exr -o d.png --preset dark.tvpost
+try in.exr -o d.png --preset 'No Such Look'
 for value in bloomIntensity nothing=1 9999=1 bloomIntensity=much glareStreakCount=99 '=1'; do
     try --save-settings d.tvpost --set "$value"
 done
 try in.exr --save-settings in.exr
+try in.exr --save-settings dark.ttm
 try --save-settings ''
 try in.exr --info --set bloomIntensity=1
 ls
