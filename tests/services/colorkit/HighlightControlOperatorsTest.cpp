@@ -235,6 +235,17 @@ TEST(HighlightControlOperators, AgXFollowsThePublishedSteps) {
     };
     // Components near 0 before the powers lose most: 1e-7 to the power 1.35 / 2.4 is 1e-4.
     expectFormula(values, punchy, {.absolute = 100.0});
+    // Away from there it is as exact as without the look.
+    std::vector<Rgb> colors = makeColors();
+    std::erase_if(colors, [](const Rgb& color) {
+        const Reference formed = agx(toMappable(color));
+        return *std::ranges::min_element(formed) < 0.02;
+    });
+    ASSERT_GT(colors.size(), 100u);
+    const std::vector<Rgb> strong = mapWith({values}, colors);
+    for (std::size_t i = 0; i < colors.size(); ++i) {
+        expectClose(strong[i], punchy(toMappable(colors[i])), 1.0);
+    }
 }
 
 TEST(HighlightControlOperators, PbrNeutralFollowsKhronos) {
