@@ -35,20 +35,26 @@ double getSeconds(const Work& work) {
 }
 
 /// Runs our work and a baseline in turns, so that both meet the same moods of the machine, and
-/// reports the ratio of their median times beside the budget for it.
-template <class Ours, class Baseline>
-void runPaired(benchmark::State& state, double budget, const Ours& ours, const Baseline& baseline) {
+/// reports the ratio of their median times beside the budget for it. `restore` comes before each of
+/// them and is not timed: for work that changes what it works on.
+template <class Ours, class Baseline, class Restore>
+void runPaired(benchmark::State& state, double budget, const Ours& ours, const Baseline& baseline,
+               const Restore& restore) {
     std::vector<double> oursSeconds;
     std::vector<double> baselineSeconds;
+    const auto time = [&restore](const auto& work) {
+        restore();
+        return getSeconds(work);
+    };
     for (auto iteration : state) {
         static_cast<void>(iteration);
         const bool oursFirst = oursSeconds.size() % 2 == 0;
         if (oursFirst) {
-            oursSeconds.push_back(getSeconds(ours));
+            oursSeconds.push_back(time(ours));
         }
-        baselineSeconds.push_back(getSeconds(baseline));
+        baselineSeconds.push_back(time(baseline));
         if (!oursFirst) {
-            oursSeconds.push_back(getSeconds(ours));
+            oursSeconds.push_back(time(ours));
         }
         state.SetIterationTime(oursSeconds.back());
     }
@@ -56,6 +62,11 @@ void runPaired(benchmark::State& state, double budget, const Ours& ours, const B
     state.counters["ours_ms"] = 1e3 * getMedian(oursSeconds);
     state.counters["ratio"] = getMedian(oursSeconds) / getMedian(baselineSeconds);
     state.counters["budget"] = budget;
+}
+
+template <class Ours, class Baseline>
+void runPaired(benchmark::State& state, double budget, const Ours& ours, const Baseline& baseline) {
+    runPaired(state, budget, ours, baseline, [] {});
 }
 
 }  // namespace tavrin::bench

@@ -113,25 +113,10 @@ void toneMapping(benchmark::State& state) {
     const OCIO::ConstCPUProcessorRcPtr processor = makeProcessor();
     const BitmapImpl<Rgb> source = makeImage();
     BitmapImpl<Rgb> image(kWidth, kHeight);
-    // Both work in place, so that each run begins with a fresh copy, which is not timed.
-    const auto restore = [&] {
-        std::copy(source.pixels().begin(), source.pixels().end(), image.pixels().begin());
-    };
-
-    std::vector<double> oursSeconds;
-    std::vector<double> baselineSeconds;
-    for (auto iteration : state) {
-        static_cast<void>(iteration);
-        restore();
-        oursSeconds.push_back(getSeconds([&] { mapping->mapBitmap(image, {}, 1.0f); }));
-        restore();
-        baselineSeconds.push_back(getSeconds([&] { applyProcessor(processor, image); }));
-        state.SetIterationTime(oursSeconds.back());
-    }
-    state.counters["baseline_ms"] = 1e3 * getMedian(baselineSeconds);
-    state.counters["ours_ms"] = 1e3 * getMedian(oursSeconds);
-    state.counters["ratio"] = getMedian(oursSeconds) / getMedian(baselineSeconds);
-    state.counters["budget"] = kBudget;
+    runPaired(
+        state, kBudget, [&] { mapping->mapBitmap(image, {}, 1.0f); },
+        [&] { applyProcessor(processor, image); },
+        [&] { std::copy(source.pixels().begin(), source.pixels().end(), image.pixels().begin()); });
 }
 BENCHMARK(toneMapping)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(kPairs);
 
