@@ -1,5 +1,6 @@
 #include "base/image/ChannelImage.h"
 
+#include "base/image/AttributeNames.h"
 #include "base/image/ImageIterators.h"
 #include "base/image/RegionSampling.h"
 #include "base/image/RowLoop.h"
@@ -140,11 +141,10 @@ bool ChannelImage::isValid() const {
 }
 
 bool ChannelImage::isTxrImage() const {
-    return hasAttribute<int>("tavrin.istavrinexr") &&
-           getAttribute<int>("tavrin.istavrinexr") == 1 &&
-           hasAttribute<int>("tavrin.stats.passes") && hasAttribute<int>("tavrin.stats.time") &&
-           hasAttribute<int>("tavrin.stats.rayspersecond") &&
-           hasAttribute<float>("tavrin.stats.rayspersample");
+    return hasAttribute<int>(kTxrMarkerAttribute) && getAttribute<int>(kTxrMarkerAttribute) == 1 &&
+           std::ranges::all_of(kSummedStatistics,
+                               [this](const String& name) { return hasAttribute<int>(name); }) &&
+           hasAttribute<float>(kRaysPerSampleStatistic);
 }
 
 bool ChannelImage::fitsWithin(const ChannelImage& other) const {

@@ -1,3 +1,4 @@
+#include "base/image/AttributeNames.h"
 #include "base/image/ChannelImage.h"
 #include "foundation/Exception.h"
 #include "foundation/StringArray.h"
@@ -13,8 +14,6 @@ using postcore::RenderElementFlag;
 using postcore::RenderElementInfo;
 using RenderElementInfos = std::vector<RenderElementInfo>;
 
-const String kElementsAttribute = "tavrin.elements";
-const String kLightMixElementsAttribute = "tavrin.lightmix.elements";
 const std::vector<String> kColorComponents = {"R", "G", "B", "A"};
 const std::vector<String> kAuxiliaryColorElements = {"VisibleNormals", "VisibleDiffuse", "Hybrid",
                                                      "HairIds", "OptixNormals"};

@@ -1,0 +1,22 @@
+#pragma once
+
+#include "foundation/String.h"
+
+#include <array>
+
+namespace tavrin::image {
+
+/// Of value 1 in an image that the renderer wrote, together with all statistics.
+inline const String kTxrMarkerAttribute = "tavrin.istavrinexr";
+/// Whole numbers: render passes, render time in seconds, rays per second.
+inline const std::array<String, 3> kSummedStatistics = {"tavrin.stats.passes", "tavrin.stats.time",
+                                                        "tavrin.stats.rayspersecond"};
+/// A float.
+inline const String kRaysPerSampleStatistic = "tavrin.stats.rayspersample";
+
+/// What the renderer says about its render elements, and the names of light selects that older
+/// files have in its place.
+inline const String kElementsAttribute = "tavrin.elements";
+inline const String kLightMixElementsAttribute = "tavrin.lightmix.elements";
+
+}  // namespace tavrin::image
