@@ -1,11 +1,13 @@
 #include "cli/CommandLine.h"
 
 #include "foundation/FileFilter.h"
+#include "foundation/NumberText.h"
 #include "foundation/Text.h"
 
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
+#include <cmath>
 #include <iostream>
 
 namespace tavrin::cli {
@@ -14,8 +16,8 @@ namespace {
 constexpr int kMostThreads = 1024;
 
 constexpr const char* kDescription =
-    "Post-processes finished renders: opens a multi-layer TXR or OpenEXR image, lists what is in "
-    "it, and saves it as TXR or, tone-mapped, as a picture.";
+    "Post-processes finished renders: opens a multi-layer TXR or OpenEXR image, or merges several "
+    "of the same frame, lists what is in it, and saves it as TXR or, tone-mapped, as a picture.";
 
 constexpr const char* kFooter =
     "Examples:\n"
@@ -23,13 +25,17 @@ constexpr const char* kFooter =
     "  tavrin-cli render.txr -o render.png\n"
     "  tavrin-cli render.txr --element '*' -o passes.tif --format-option bitdepth=16\n"
     "  tavrin-cli render.exr -o render.txr\n"
+    "  tavrin-cli part1.txr part2.txr part3.txr -o render.txr\n"
+    "  tavrin-cli render.txr --element 'LightMix Interactive' -o mix.png \\\n"
+    "      --set lightMixEnabled=true,false\n"
     "  tavrin-cli render.txr -o render.png --settings mine.tvpost --set bloomIntensity=0.5\n"
     "\n"
     "Exit codes: 0 done; 1 the work failed; 2 the command line is wrong.";
 
 /// The arguments as CLI11 stores them, before they become Options.
 struct RawArguments {
-    std::string input;
+    std::vector<std::string> inputs;
+    std::string weights;
     std::string output;
     std::string element;
     std::vector<std::string> formatOptions;
@@ -68,6 +74,33 @@ Path getFile(const CLI::App& app, const char* option, const std::string& argumen
     return toPath(argument);
 }
 
+image::Weight parseWeight(const String& text) {
+    const auto number = Str::parseFloat(text.view());
+    if (!number) {
+        return text;
+    }
+    if (!std::isfinite(*number) || *number < 0.0f) {
+        throw UsageError("A weight of \"" + text + "\" makes no sense: it is 0 or more.");
+    }
+    return *number;
+}
+
+/// Reads W[,W...].
+std::vector<image::Weight> parseWeights(const String& argument) {
+    std::vector<image::Weight> weights;
+    for (std::size_t from = 0; from != String::kNotFound;) {
+        const std::size_t comma = argument.find(",", from);
+        const bool isLast = comma == String::kNotFound;
+        const String text = argument.substring(from, isLast ? comma : comma - from).trimmed();
+        if (text.isEmpty()) {
+            throw UsageError("--weights expects numbers or names of channels between the commas.");
+        }
+        weights.push_back(parseWeight(text));
+        from = isLast ? comma : comma + 1;
+    }
+    return weights;
+}
+
 std::vector<String> toTexts(const std::vector<std::string>& arguments) {
     std::vector<String> texts;
     std::ranges::transform(arguments, std::back_inserter(texts), String::fromUtf8);
@@ -95,7 +128,9 @@ void addSettingsOptions(CLI::App& app, RawArguments& raw) {
 }
 
 void addOptions(CLI::App& app, RawArguments& raw, Options& options) {
-    app.add_option("IMAGE", raw.input, "The TXR or OpenEXR image to open")->type_name(" ");
+    app.add_option("IMAGE", raw.inputs,
+                   "The TXR or OpenEXR image to open; several of the same frame are merged")
+        ->type_name(" ");
     app.add_option("-o,--output", raw.output,
                    "File to save: .txr holds the whole image with all elements, any other known "
                    "extension a picture")
@@ -109,6 +144,12 @@ void addOptions(CLI::App& app, RawArguments& raw, Options& options) {
                    "repeatable")
         ->type_name("KEY=VALUE")
         ->allow_extra_args(false);
+    app.add_option(
+           "--weights", raw.weights,
+           "How much the images count that are merged, for each pixel: a number or the name "
+           "of a channel for all of them, or one for each; the channel TAVRIN_FB_WEIGHTS "
+           "without this option")
+        ->type_name("W[,W...]");
     addSettingsOptions(app, raw);
     app.add_flag("--info", options.info,
                  "Print the windows, elements, channels, attributes and statistics of the image");
@@ -161,9 +202,16 @@ void check(const Options& options) {
                                                Io::FileFilter::TAVRIN_SETTINGS_FILE.extension) {
         throw UsageError("--save-settings expects a file with the extension .tvpost.");
     }
-    const bool asksOfImage = options.info || options.listElements || !options.output.isEmpty();
-    if (asksOfImage && options.input.isEmpty()) {
+    const bool asksOfHeader = options.info || options.listElements;
+    const bool asksOfImage = asksOfHeader || !options.output.isEmpty();
+    if (asksOfImage && options.inputs.empty()) {
         throw UsageError("An image to open is expected.");
+    }
+    if (asksOfHeader && options.inputs.size() > 1) {
+        throw UsageError("--info and --list-elements go with one image.");
+    }
+    if (!options.weights.empty() && options.inputs.size() < 2) {
+        throw UsageError("--weights goes with images to merge.");
     }
     const bool asksForList = options.listFormats || options.listOperators || options.listPresets ||
                              options.listProperties;
@@ -193,7 +241,10 @@ Optional<Options> parseCommandLine(int argumentCount, const char* const* argumen
     } catch (const CLI::ParseError& error) {
         throw UsageError(toSentence(error.what()));
     }
-    options.input = toPath(raw.input);
+    std::ranges::transform(raw.inputs, std::back_inserter(options.inputs), toPath);
+    if (app.count("--weights") != 0) {
+        options.weights = parseWeights(String::fromUtf8(raw.weights));
+    }
     options.output = getFile(app, "--output", raw.output);
     options.settings = getFile(app, "--settings", raw.settings);
     options.lightMix = getFile(app, "--lightmix", raw.lightMix);

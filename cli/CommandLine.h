@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/image/Weight.h"
 #include "foundation/Optional.h"
 #include "foundation/Path.h"
 #include "foundation/ProgramMain.h"
@@ -13,8 +14,9 @@ enum class ProgressMode { Auto, Always, Never };
 
 /// What the user asked for.
 struct Options {
-    Path input;
-    Path output;  ///< empty: nothing is saved
+    std::vector<Path> inputs;            ///< several are merged
+    std::vector<image::Weight> weights;  ///< of the inputs; empty: the channel that renderers write
+    Path output;                         ///< empty: nothing is saved
     /// Display name of the element to save, "*" for all; the beauty without one.
     Optional<String> element;
     std::vector<String> formatOptions;  ///< "key=value"

@@ -2,7 +2,8 @@
 
 #include "base/image/Exr.h"
 #include "base/image/ImageIterators.h"
-#include "cli/ElementPicture.h"
+#include "base/image/ImageSettings.h"
+#include "base/settings/PropertyHelp.h"
 #include "foundation/Text.h"
 #include "services/imageio/SaveImage.h"
 
@@ -15,6 +16,7 @@ namespace {
 
 using image::ChannelImage;
 using image::ElementInfo;
+using pipeline::DisplayChain;
 
 const String kAllElements = "*";
 const String kTxrExtension = "txr";
@@ -22,6 +24,10 @@ const String kTxrExtension = "txr";
 bool isSameFile(const Path& left, const Path& right) {
     std::error_code error;
     return std::filesystem::equivalent(left.std(), right.std(), error) && !error;
+}
+
+bool isOneOf(const Path& file, const std::vector<Path>& files) {
+    return std::ranges::any_of(files, [&](const Path& other) { return isSameFile(file, other); });
 }
 
 bool isTxr(const Path& path) {
@@ -44,8 +50,8 @@ void throwOnFailure(const Result<void>& result) {
     }
 }
 
-std::vector<ElementInfo> selectElements(const Output& output, const ChannelImage& image) {
-    std::vector<ElementInfo> elements = image.getElements();
+std::vector<ElementInfo> selectElements(const Output& output, const DisplayChain& chain) {
+    std::vector<ElementInfo> elements = chain.zoom.getElements();
     if (output.element == kAllElements) {
         std::erase_if(elements, std::not_fn(image::isSavableSeparately));
         return elements;
@@ -56,7 +62,7 @@ std::vector<ElementInfo> selectElements(const Output& output, const ChannelImage
             return {element};
         }
     }
-    throw Exception("Image \"" + output.input.native() + "\" has no render element \"" +
+    throw Exception("Image \"" + output.inputs.front().native() + "\" has no render element \"" +
                     output.element + "\" that can be saved; --list-elements shows those it has.");
 }
 
@@ -77,9 +83,9 @@ struct ElementFile {
 };
 
 /// What is written where. Throws an Exception when the input would be overwritten.
-std::vector<ElementFile> planElementFiles(const Output& output, const ChannelImage& image) {
+std::vector<ElementFile> planElementFiles(const Output& output, const DisplayChain& chain) {
     std::vector<ElementFile> files;
-    for (const ElementInfo& element : selectElements(output, image)) {
+    for (const ElementInfo& element : selectElements(output, chain)) {
         Path path = output.path;
         if (output.element == kAllElements) {
             const auto isTaken = [&files](const Path& candidate) {
@@ -90,32 +96,81 @@ std::vector<ElementFile> planElementFiles(const Output& output, const ChannelIma
                 path = getElementPath(output.path, element, count);
             }
         }
-        if (isSameFile(path, output.input)) {
+        if (isOneOf(path, output.inputs)) {
             throw Exception("Element \"" + image::getDisplayName(element.name) +
                             "\" cannot be saved to \"" + path.native() +
-                            "\": it is the image that the element comes from.");
+                            "\": it is an image that the element comes from.");
         }
         files.push_back({element, path});
     }
     return files;
 }
 
-void saveElement(const Output& output, const ChannelImage& image, const ElementFile& file,
-                 const colorkit::ColorMapping& colorMapping, ProgressLine& progress) {
+/// Auxiliary elements are data, also those that a renderer wants mapped, but for the denoised
+/// variants, which are images.
+bool isData(const ElementInfo& element) {
+    return element.has(image::kNoColorMapping) ||
+           (element.has(image::kAuxiliaryElement) && !image::isDenoisedElementName(element.name));
+}
+
+BitmapImpl<Rgb> render(const ElementInfo& element, DisplayChain& chain) {
+    const Pixel size = chain.zoom.getDataWindow().size();
+    const bool isMapped = element.has(image::kNoColorMapping) || !isData(element);
+    pipeline::IOperator& source =
+        isMapped ? static_cast<pipeline::IOperator&>(chain.zoom) : chain.includeAlpha;
+    auto picture = source.provideRgbRegion(element.name, {0, 0, size.x, size.y}, 1.0f,
+                                           pipeline::IOperator::Control::Wait);
+    if (!picture) {
+        throw Exception("Unable to retrieve output image data of the \"" + element.name +
+                        "\" render element.");
+    }
+    return *std::move(picture);
+}
+
+BitmapImpl<float> getAlpha(const BitmapImpl<Rgb>& picture) {
+    BitmapImpl<float> alpha(picture.getWidth(), picture.getHeight());
+    std::ranges::transform(picture.pixels(), alpha.pixels().begin(), &Rgb::a);
+    return alpha;
+}
+
+bool hasAlpha(const DisplayChain& chain) {
+    const auto elements = chain.load.getElements();
+    return std::ranges::find(elements, image::kAlphaElement, &ElementInfo::name) != elements.end();
+}
+
+void saveElement(const Output& output, const ElementFile& file, DisplayChain& chain,
+                 ProgressLine& progress) {
     const TaskProgress step = progress.start("Saving \"" + file.path.native() + "\"");
-    const ElementPicture picture = renderElement(image, file.element, colorMapping);
-    const image::RgbImageIterator<0> pixels(picture.bitmap,
-                                            picture.alpha ? &*picture.alpha : nullptr);
-    throwOnFailure(imageio::saveImage(file.path, pixels, picture.isData, output.format,
+    const BitmapImpl<Rgb> picture = render(file.element, chain);
+    Optional<BitmapImpl<float>> alpha;
+    if (!isData(file.element) && hasAlpha(chain)) {
+        alpha = getAlpha(picture);
+    }
+    const image::RgbImageIterator<0> pixels(picture, alpha ? &*alpha : nullptr);
+    throwOnFailure(imageio::saveImage(file.path, pixels, isData(file.element), output.format,
                                       output.settings, step));
+}
+
+/// The image as it was loaded, with the settings as they are.
+ChannelImage copyWithSettings(const ChannelImage& image, const settings::Settings& settings,
+                              const colorkit::ColorMapping& colorMapping) {
+    ChannelImage copy;
+    for (const auto& [name, attribute] : image.getAttributes()) {
+        copy.setAttribute(attribute->clone());
+    }
+    for (const auto& [name, channel] : image.getChannels()) {
+        copy.setChannel(channel->clone());
+    }
+    image::writeSettings(copy, settings::allPropertyIds(), settings, colorMapping);
+    return copy;
 }
 
 }  // namespace
 
 Output planOutput(const Options& options) {
-    Output output{options.input, options.output, {}, {}, {}};
+    Output output{options.inputs, options.output, {}, {}, {}};
     output.element = options.element.value_or(image::getDisplayName(image::kBeautyElement));
-    checkInputIsKept(options, options.output);
+    checkInputsAreKept(options, options.output);
     if (isTxr(options.output)) {
         if (options.element && *options.element != kAllElements) {
             throw UsageError("A .txr output holds all elements; --element cannot choose one.");
@@ -135,22 +190,23 @@ Output planOutput(const Options& options) {
     return output;
 }
 
-void saveOutput(const Output& output, const ChannelImage& image,
+void saveOutput(const Output& output, DisplayChain& chain, const settings::Settings& settings,
                 const colorkit::ColorMapping& colorMapping, ProgressLine& progress) {
     if (!output.format) {
         progress.start("Saving \"" + output.path.native() + "\"");
-        throwOnFailure(image::ExrSaver().save(image, output.path));
+        throwOnFailure(image::ExrSaver().save(
+            copyWithSettings(*chain.load.getImage(), settings, colorMapping), output.path));
         return;
     }
-    for (const ElementFile& file : planElementFiles(output, image)) {
-        saveElement(output, image, file, colorMapping, progress);
+    for (const ElementFile& file : planElementFiles(output, chain)) {
+        saveElement(output, file, chain, progress);
     }
 }
 
-void checkInputIsKept(const Options& options, const Path& file) {
-    if (isSameFile(options.input, file)) {
+void checkInputsAreKept(const Options& options, const Path& file) {
+    if (isOneOf(file, options.inputs)) {
         throw UsageError("The output \"" + file.native() +
-                         "\" would overwrite the image that is opened.");
+                         "\" would overwrite an image that is opened.");
     }
 }
 

@@ -1,10 +1,9 @@
 #pragma once
 
-#include "base/image/ChannelImage.h"
+#include "base/pipeline/DisplayChain.h"
 #include "cli/CommandLine.h"
 #include "cli/ProgressLine.h"
 #include "foundation/Optional.h"
-#include "services/colorkit/ColorMapping.h"
 #include "services/imageio/ImageSaveSettings.h"
 
 namespace tavrin::cli {
@@ -12,7 +11,7 @@ namespace tavrin::cli {
 /// What is to be saved, decided before the image is opened, so that a wrong command line is told
 /// at once.
 struct Output {
-    Path input;
+    std::vector<Path> inputs;
     Path path;
     Optional<imageio::ImageFormat> format;  ///< nothing: the whole image as TXR
     imageio::ImageSaveSettings settings;
@@ -20,15 +19,16 @@ struct Output {
 };
 
 /// Throws a UsageError for an output of an unknown kind, an option that its format does not have,
-/// and an output that would overwrite the input.
+/// and an output that would overwrite an input.
 Output planOutput(const Options& options);
 
-/// Saves the image, or pictures of its elements by the colour mapping. Throws an Exception.
-void saveOutput(const Output& output, const image::ChannelImage& image,
-                const colorkit::ColorMapping& colorMapping, ProgressLine& progress);
+/// Saves the image with these settings, or pictures of its elements. Throws an Exception.
+void saveOutput(const Output& output, pipeline::DisplayChain& chain,
+                const settings::Settings& settings, const colorkit::ColorMapping& colorMapping,
+                ProgressLine& progress);
 
-/// Throws a UsageError when saving to the file would overwrite the image that is opened.
-void checkInputIsKept(const Options& options, const Path& file);
+/// Throws a UsageError when saving to the file would overwrite an image that is opened.
+void checkInputsAreKept(const Options& options, const Path& file);
 
 /// True when the element has a layout that a picture can show.
 bool isSupported(const image::ElementInfo& element);

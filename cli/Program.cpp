@@ -1,10 +1,9 @@
 #include "cli/Program.h"
 
-#include "base/image/Exr.h"
 #include "base/image/ExrInfo.h"
-#include "base/image/ImageSettings.h"
-#include "base/settings/PropertyHelp.h"
+#include "base/pipeline/DisplayChain.h"
 #include "cli/FormatList.h"
+#include "cli/ImageOpening.h"
 #include "cli/InfoReport.h"
 #include "cli/OperatorList.h"
 #include "cli/Output.h"
@@ -14,7 +13,6 @@
 #include "cli/SettingsSources.h"
 #include "foundation/Scheduler.h"
 #include "foundation/platform/Terminal.h"
-#include "services/postcore/PostProcessData.h"
 
 #include <iostream>
 
@@ -29,32 +27,11 @@ T valueOrThrow(Result<T> result) {
     return *std::move(result);
 }
 
-image::ChannelImage loadImage(const Path& path) {
-    image::ChannelImage image = valueOrThrow(image::ExrLoader().load(path));
-    try {
-        static_cast<void>(image.getElements());
-    } catch (const Exception& exception) {
-        throw Exception(image::makeFileMessage(exception.message(), path));
-    }
-    return image;
-}
-
 bool isProgressShown(const Options& options) {
     if (options.quiet || options.progress == ProgressMode::Never) {
         return false;
     }
     return options.progress == ProgressMode::Always || platform::isErrorOutputTerminal();
-}
-
-void printElementNames(const image::ExrInfo& info) {
-    if (!info.loadFailure.isEmpty()) {
-        throw Exception(info.loadFailure);
-    }
-    for (const image::ElementInfo& element : info.elements) {
-        if (isSupported(element)) {
-            std::cout << image::getDisplayName(element.name).toUtf8() << '\n';
-        }
-    }
 }
 
 void printJson(const Json& report) {
@@ -76,58 +53,46 @@ void printRequestedLists(const Options& options) {
         const Json report = makePropertyReport();
         options.json ? printJson(report) : printPropertyReport(std::cout, report);
     }
-    if (!options.info && !options.listElements) {
-        return;
-    }
-    const image::ExrInfo info = valueOrThrow(image::readExrInfo(options.input));
     if (options.info) {
-        const Json report = makeInfoReport(options.input, info);
+        const Path& path = options.inputs.front();
+        const Json report = makeInfoReport(path, valueOrThrow(image::readExrInfo(path)));
         options.json ? printJson(report) : printInfoReport(std::cout, report);
     }
-    if (options.listElements) {
-        printElementNames(info);
+}
+
+void printElementNames(const pipeline::DisplayChain& chain) {
+    for (const image::ElementInfo& element : chain.zoom.getElements()) {
+        if (isSupported(element)) {
+            std::cout << image::getDisplayName(element.name).toUtf8() << '\n';
+        }
     }
 }
 
-/// The image to save, or as much of it as its settings need.
-image::ChannelImage openImage(const Options& options, ProgressLine& progress) {
-    if (options.input.isEmpty()) {
-        return {};
+void flushOutput() {
+    if (!std::cout.flush()) {
+        throw Exception("Standard output cannot be written.");
     }
-    if (options.output.isEmpty()) {
-        return std::move(valueOrThrow(image::readExrInfo(options.input)).image);
-    }
-    progress.start("Loading \"" + options.input.native() + "\"");
-    return loadImage(options.input);
 }
 
-/// Lets the camera's settings take part in the mapping.
-void setMappingContext(const settings::Settings& settings, WarningPrinter& warnings,
-                       colorkit::ColorMapping& colorMapping) {
-    auto context = postcore::getCommonColorMappingContext(postcore::getPostProcessData(settings));
-    context.errorCallback = [&warnings](int, const String& text) { warnings.print(text); };
-    colorMapping.setContext(context);
-}
-
-void save(const Options& options, const Optional<Output>& output, const SettingsSources& sources,
-          WarningPrinter& warnings, ProgressLine& progress) {
-    image::ChannelImage image = openImage(options, progress);
+/// Does what needs the images opened.
+void processImages(const Options& options, const Optional<Output>& output,
+                   const SettingsSources& sources, WarningPrinter& warnings,
+                   ProgressLine& progress) {
     settings::Settings settings;
     colorkit::ColorMapping colorMapping;
-    image::readSettings(image, settings::allPropertyIds(), settings, colorMapping,
-                        [&](const String& warning) {
-                            warnings.print("File \"" + options.input.native() + "\": " + warning);
-                        });
+    pipeline::DisplayChain chain(settings, colorMapping);
+    openImages(options, output ? ImageContent::Pixels : ImageContent::Header, chain, progress,
+               warnings);
+    if (options.listElements) {
+        printElementNames(chain);
+        flushOutput();
+    }
     sources.apply(settings, colorMapping);
-    setMappingContext(settings, warnings, colorMapping);
     if (!options.saveSettings.isEmpty()) {
         saveSettings(options.saveSettings, settings, colorMapping);
     }
     if (output) {
-        if (!output->format) {
-            image::writeSettings(image, settings::allPropertyIds(), settings, colorMapping);
-        }
-        saveOutput(*output, image, colorMapping, progress);
+        saveOutput(*output, chain, settings, colorMapping, progress);
     }
 }
 
@@ -138,17 +103,15 @@ void run(const Options& options) {
     ProgressLine progress(isProgressShown(options));
     WarningPrinter warnings(options.quiet, progress);
     const SettingsSources sources(options, warnings);
-    checkInputIsKept(options, options.saveSettings);
+    checkInputsAreKept(options, options.saveSettings);
     Optional<Output> output;
     if (!options.output.isEmpty()) {
         output = planOutput(options);
     }
     printRequestedLists(options);
-    if (!std::cout.flush()) {
-        throw Exception("Standard output cannot be written.");
-    }
-    if (output || !options.saveSettings.isEmpty()) {
-        save(options, output, sources, warnings, progress);
+    flushOutput();
+    if (output || options.listElements || !options.saveSettings.isEmpty()) {
+        processImages(options, output, sources, warnings, progress);
     }
 }
 

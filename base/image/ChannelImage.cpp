@@ -52,6 +52,26 @@ private:
     std::size_t width_;
 };
 
+/// Addresses the four channels of an element as colours with alpha in the fourth float.
+class RgbWithAlphaRows {
+public:
+    struct Row {
+        RgbaIteratorHelperCommon<const float>::Row pixels;
+
+        Rgb operator[](std::size_t x) const {
+            const Rgba pixel = pixels[x];
+            return {pixel.r, pixel.g, pixel.b, pixel.a};
+        }
+    };
+
+    RgbWithAlphaRows(const ChannelImage& image, const String& element) : pixels_(image, element) {}
+
+    Row row(int y) const { return {pixels_.row(y)}; }
+
+private:
+    RgbaIteratorHelperCommon<const float> pixels_;
+};
+
 template <class Target, class P>
 void writeRows(const Target& target, const BitmapImpl<P>& bitmap) {
     forEachRow(bitmap.getSize(), [&](int y) {
@@ -167,6 +187,11 @@ BitmapImpl<Rgba> ChannelImage::getRgbaRegion(const String& element, const Bucket
 BitmapImpl<float> ChannelImage::getMonoRegion(const String& channel, const Bucket& region,
                                               float scale) const {
     return sampleRegion<float>(MonoRows(*this, channel), region, scale);
+}
+
+BitmapImpl<Rgb> ChannelImage::getRgbRegionWithAlpha(const String& element, const Bucket& region,
+                                                    float scale) const {
+    return sampleRegion<Rgb>(RgbWithAlphaRows(*this, element), region, scale);
 }
 
 void ChannelImage::setRgb(const ElementInfo& element, const BitmapImpl<Rgb>& bitmap) {

@@ -120,6 +120,9 @@ public:
     BitmapImpl<Rgb> getRgbRegion(const String& element, const Bucket& region, float scale) const;
     BitmapImpl<Rgba> getRgbaRegion(const String& element, const Bucket& region, float scale) const;
     BitmapImpl<float> getMonoRegion(const String& channel, const Bucket& region, float scale) const;
+    /// getRgbaRegion as colours of the pipeline, which carry alpha in the fourth float.
+    BitmapImpl<Rgb> getRgbRegionWithAlpha(const String& element, const Bucket& region,
+                                          float scale) const;
 
     /// Writes a bitmap of the data window's size into the channels of an element, which exist and
     /// have been fitted to the data window.

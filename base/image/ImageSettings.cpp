@@ -138,4 +138,14 @@ void writeSettings(ChannelImage& image, const std::vector<int>& ids,
     image.setAttribute(kEnabledAttribute, colorMapping.isEnabled() ? 1 : 0);
 }
 
+postcore::CameraData readCameraData(const ChannelImage& image) {
+    postcore::CameraData camera;
+    if (const int* type = find<int>(image, "tavrin.camera.type")) {
+        camera.type = static_cast<std::uint32_t>(*type);
+    }
+    const int* isVrEnabled = find<int>(image, "tavrin.camera.isvrenabled");
+    camera.isVrEnabled = isVrEnabled != nullptr && *isVrEnabled != 0;
+    return camera;
+}
+
 }  // namespace tavrin::image

@@ -2,6 +2,7 @@
 
 #include "base/image/ChannelImage.h"
 #include "foundation/Function.h"
+#include "services/postcore/CameraData.h"
 #include "services/postcore/ISettings.h"
 
 #include <vector>
@@ -25,5 +26,8 @@ void readSettings(const ChannelImage& image, const std::vector<int>& ids,
 /// readSettings brings them back.
 void writeSettings(ChannelImage& image, const std::vector<int>& ids,
                    const postcore::ISettings& settings, const colorkit::ColorMapping& colorMapping);
+
+/// What the image's header says about the camera.
+postcore::CameraData readCameraData(const ChannelImage& image);
 
 }  // namespace tavrin::image

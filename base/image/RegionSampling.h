@@ -8,12 +8,27 @@
 
 namespace tavrin::image {
 
+/// How often an enlargement repeats a pixel along each axis: 1 / scale, without its fraction. 1 for
+/// scales of 1 and more.
+int getRepeats(float scale);
+
 /// The size of the bitmap that samples `size` image pixels with one pixel for every scale × scale
-/// of them, in single precision and rounded up. The one place where region sizes are rounded.
+/// of them: rounded up in a reduction, every pixel repeated getRepeats() times in an enlargement.
+/// The one place where region sizes are rounded.
 Pixel getSampledSize(Pixel size, float scale);
 
 /// For each of `count` samples along one axis the index of its source pixel in [0, length).
 std::vector<int> getSampleIndices(int count, int length, float scale);
+
+/// A part of a region, and the first row of the region's bitmap that the part's bitmap makes up.
+struct RegionRows {
+    Bucket region;
+    int firstRow;
+};
+
+/// Divides a region into parts of whole rows that, sampled one by one, give what the whole gives.
+/// They have at most `mostRows` rows each, or one row of image pixels where these give more.
+std::vector<RegionRows> divideIntoRows(const Bucket& region, float scale, int mostRows);
 
 /// Samples a region. Source::row(y)[x] gives the pixel (x, y) of the data window.
 template <class P, class Source>

@@ -1,24 +1,24 @@
 #pragma once
 
+#include "foundation/Geometry.h"
 #include "services/colorkit/CommonColorMappingContext.h"
+#include "services/postcore/CameraData.h"
 #include "services/postcore/ISettings.h"
 
 namespace tavrin::postcore {
 
-/// How the camera was set that took the picture.
-struct CameraExposure {
-    float iso;           ///< ISO number of the film
-    float shutterSpeed;  ///< reciprocal of the exposure time, in 1/s
-    float fStop;         ///< focal length over the diameter of the aperture
-};
-
-/// Settings by what they are for. A plain value.
+/// Settings by what they are for, with what they depend on of the image. A plain value.
 struct PostProcessData {
-    CameraExposure camera;
+    CameraData camera;
+    Pixel displaySize;  ///< of the whole image, in pixels; 0 × 0 when not known
 };
 
 /// From the settings as they are now. Throws an Exception when one has another type.
 PostProcessData getPostProcessData(const ISettings& settings);
+/// The same for an image of this display size that `camera` took; its exposure is that of the
+/// settings.
+PostProcessData getPostProcessData(const ISettings& settings, Pixel displaySize,
+                                   const CameraData& camera);
 
 /// The context in which pictures are mapped, without an error callback.
 colorkit::CommonColorMappingContext getCommonColorMappingContext(const PostProcessData& data);

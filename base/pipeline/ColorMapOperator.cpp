@@ -1,0 +1,42 @@
+#include "base/pipeline/ColorMapOperator.h"
+
+#include "services/postcore/PostProcessData.h"
+
+#include <algorithm>
+
+namespace tavrin::pipeline {
+
+void ColorMapOperator::updateColorMappingContext() {
+    colorMapping().setContext(
+        postcore::getCommonColorMappingContext(postcore::getPostProcessData(settings())));
+}
+
+bool ColorMapOperator::isMapped(const String& element) const {
+    const std::vector<image::ElementInfo> elements = input().getElements();
+    const auto info = std::ranges::find(elements, element, &image::ElementInfo::name);
+    return info == elements.end() || !info->has(image::kNoColorMapping);
+}
+
+Optional<BitmapImpl<Rgb>> ColorMapOperator::computeRgbRegion(const Request& request) {
+    auto colors = requestRgb(request);
+    if (!colors || !isMapped(request.element)) {
+        return colors;
+    }
+    const Bucket display = getDisplayWindow();
+    const Bucket data = getDataWindow();
+    const Pixel origin = {data.x0 - display.x0 + request.region.x0,
+                          data.y0 - display.y0 + request.region.y0};
+    const auto context = postcore::getCommonColorMappingContext(
+        postcore::getPostProcessData(settings(), display.size(), {}));
+    const auto map = [&](const colorkit::StagedMapping& mapping) {
+        mapping.mapBitmap(*colors, origin, request.scale);
+    };
+    if (request.flags.has(Control::Measure)) {
+        map(*colorMapping().createHistogramOperator(context, display.size(), histogramStage_));
+    } else {
+        map(*colorMapping().createMappingOperator(context, display.size()));
+    }
+    return colors;
+}
+
+}  // namespace tavrin::pipeline

@@ -1,0 +1,22 @@
+#include "base/pipeline/DisplayChain.h"
+
+namespace tavrin::pipeline {
+
+DisplayChain::DisplayChain(settings::Settings& settings, colorkit::ColorMapping& colorMapping) {
+    load.setSettings(settings);
+    load.setColorMapping(colorMapping);
+    lightMix.setInput(load);
+    lightMix.setSettings(settings);
+    lightMix.setImageInfoProvider(load);
+    includeAlpha.setInput(lightMix);
+    colorMap.setInput(includeAlpha);
+    colorMap.setSettings(settings);
+    colorMap.setColorMapping(colorMapping);
+    sharpenBlur.setInput(colorMap);
+    sharpenBlur.setSettings(settings);
+    monoToColor.setInput(sharpenBlur);
+    zoom.setInput(monoToColor);
+    colorMap.updateColorMappingContext();
+}
+
+}  // namespace tavrin::pipeline

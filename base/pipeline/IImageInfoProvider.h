@@ -1,0 +1,21 @@
+#pragma once
+
+#include "foundation/Optional.h"
+#include "foundation/String.h"
+#include "services/postcore/CameraData.h"
+#include "services/postcore/RenderElementInfo.h"
+
+namespace tavrin::pipeline {
+
+/// What is known of the loaded image beside its pixels. Any thread.
+class IImageInfoProvider {
+public:
+    virtual ~IImageInfoProvider() = default;
+
+    /// What the renderer says about the element; empty when it says nothing.
+    virtual Optional<postcore::RenderElementInfo> getElementInfo(const String& element) const = 0;
+    /// The camera that took the image.
+    virtual postcore::CameraData getCameraData() const = 0;
+};
+
+}  // namespace tavrin::pipeline

@@ -1,0 +1,94 @@
+#include "base/pipeline/ImageLoading.h"
+
+#include "base/image/Accumulator.h"
+#include "base/image/Exr.h"
+#include "foundation/Exception.h"
+
+#include <future>
+
+namespace tavrin::pipeline {
+namespace {
+
+using image::ChannelImage;
+using image::Weight;
+
+void checkFits(const ChannelImage& image, const ChannelImage& merged, const Path& path) {
+    if (!image.fitsWithin(merged)) {
+        throw Exception(
+            "Image \"" + path.native() +
+            "\" does not fit within the merged output image.\n\nThe first image loaded for merging "
+            "defines the dimensions of the output image. All other images to be merged have to fit "
+            "within those dimensions, otherwise they are not compatible for the merging.");
+    }
+}
+
+void checkHasWeights(const ChannelImage& image, const Weight& weight, const Path& path) {
+    const String* channel = std::get_if<String>(&weight);
+    if (channel != nullptr && !image.hasChannel<float>(*channel)) {
+        throw Exception(
+            "Image \"" + path.native() + "\" is missing channel \"" + *channel +
+            "\", expected to contain pixel weights.\n\nFor each pixel to be merged its weight is "
+            "required. For this purpose mergeable images store a special weight channel defining a "
+            "weight of each pixel of the image. By default Orvix Tavrin names this channel \"" +
+            image::kWeightsElement + "\".");
+    }
+}
+
+}  // namespace
+
+std::vector<Weight> normalizeWeights(std::vector<Weight> weights, std::size_t inputCount) {
+    if (weights.empty()) {
+        weights.emplace_back(image::kWeightsElement);
+    }
+    if (weights.size() == 1) {
+        weights.resize(inputCount, Weight(weights.front()));
+    }
+    if (weights.size() != inputCount) {
+        throw Exception(
+            "Number of specified weights is mismatched with number of input images.\n\nYou can "
+            "either set no weight at all which will lead to a default (%" +
+            image::kWeightsElement +
+            ") for all input images, or set only one weight to actually change the default, or set "
+            "same number of weights as the number of input images.");
+    }
+    return weights;
+}
+
+ChannelImage loadImage(const Loader& loader, const Path& path) {
+    Result<ChannelImage> image = loader(path);
+    if (!image) {
+        throw Exception(image.error());
+    }
+    try {
+        static_cast<void>(image->getRenderElementInfos());
+    } catch (const Exception& exception) {
+        throw Exception(image::makeFileMessage(exception.message(), path));
+    }
+    return *std::move(image);
+}
+
+ChannelImage loadMerged(const Loader& loader, const std::vector<Path>& paths,
+                        const std::vector<Weight>& weights, const MergeReport& report) {
+    const auto startLoading = [&](std::size_t index) {
+        return std::async(std::launch::async,
+                          [&loader, &path = paths[index]] { return loadImage(loader, path); });
+    };
+    image::Accumulator accumulator(image::kWeightsElement, report.onWarning);
+    std::future<ChannelImage> next = startLoading(0);
+    for (std::size_t i = 0; i < paths.size(); ++i) {
+        const ChannelImage image = next.get();
+        if (i + 1 < paths.size()) {
+            next = startLoading(i + 1);
+        }
+        if (i > 0) {
+            checkFits(image, accumulator.getImage(), paths[i]);
+        }
+        checkHasWeights(image, weights[i], paths[i]);
+        accumulator.add(weights[i], image);
+        report.onProgress(static_cast<float>(i + 1) / static_cast<float>(paths.size()));
+    }
+    accumulator.finish();
+    return accumulator.takeImage();
+}
+
+}  // namespace tavrin::pipeline

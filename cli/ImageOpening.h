@@ -1,0 +1,22 @@
+#pragma once
+
+#include "base/pipeline/DisplayChain.h"
+#include "cli/CommandLine.h"
+#include "cli/ProgressLine.h"
+#include "cli/WarningPrinter.h"
+
+namespace tavrin::cli {
+
+/// How much of the images is needed.
+enum class ImageContent {
+    Header,  ///< the first one's settings and the names of its elements
+    Pixels,
+};
+
+/// Opens the images of the command line, several by merging them, and applies the settings that
+/// they bring; without any, the defaults. The chain tells warnings to `warnings`, which lives as
+/// long. Throws an Exception.
+void openImages(const Options& options, ImageContent content, pipeline::DisplayChain& chain,
+                ProgressLine& progress, WarningPrinter& warnings);
+
+}  // namespace tavrin::cli

@@ -1,0 +1,88 @@
+#include "tests/base/pipeline/TestChain.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <atomic>
+
+namespace tavrin::pipeline {
+namespace {
+
+using image::ChannelImage;
+using image::Weight;
+using testing::ElementsAre;
+using testing::HasSubstr;
+
+/// A beauty of one value that says how many of its like are in memory.
+ChannelImage makePart(float value, float weight, int width = 8) {
+    ChannelImage image = makeConstant(windowOf(width, 4), "", value);
+    image.addChannel(image::kWeightsElement);
+    image.fitChannelsToDataWindow();
+    std::ranges::fill(image.getChannel<float>(image::kWeightsElement).getValues(), weight);
+    return image;
+}
+
+class Merge : public testing::Test {
+protected:
+    Merge() {
+        test_.setFile("a", [] { return makePart(2.0f, 1.0f); });
+        test_.setFile("b", [] { return makePart(6.0f, 3.0f); });
+        test_.setFile("wide", [] { return makePart(6.0f, 3.0f, 9); });
+        test_.setFile("unweighted", [] { return makeConstant(windowOf(8, 4), "", 1.0f); });
+    }
+    float getValue() {
+        return test_.chain.load.provideRgbRegion({}, windowOf(8, 4), 1.0f)->at(7, 3).g;
+    }
+
+    TestChain test_;
+};
+
+TEST_F(Merge, WeightsAreChannelsOrConstants) {
+    const std::vector<std::pair<std::vector<Weight>, float>> cases = {
+        {{}, 5.0f},           {{String("TAVRIN_FB_WEIGHTS")}, 5.0f},       {{1.0f}, 4.0f},
+        {{3.0f, 1.0f}, 3.0f}, {{3.0f, String("TAVRIN_FB_WEIGHTS")}, 4.0f},
+    };
+    for (const auto& [weights, mean] : cases) {
+        ASSERT_EQ(test_.load({"a", "b"}, weights), "");
+        EXPECT_FLOAT_EQ(getValue(), mean);
+    }
+    EXPECT_THAT(test_.load({"a", "b", "a"}, {1.0f, 2.0f}),
+                HasSubstr("Number of specified weights is mismatched"));
+    EXPECT_THAT(test_.load({"a"}, {1.0f, 2.0f}),
+                HasSubstr("Number of specified weights is mismatched"));
+}
+
+TEST_F(Merge, ImagesThatDoNotSuitTheFirstAreNamed) {
+    ASSERT_EQ(test_.load({"a"}), "");
+    EXPECT_THAT(test_.load({"a", "wide"}), HasSubstr("Image \"wide\" does not fit within the"));
+    EXPECT_THAT(test_.load({"a", "b", "unweighted"}),
+                HasSubstr("Image \"unweighted\" is missing channel \"TAVRIN_FB_WEIGHTS\""));
+    EXPECT_THAT(test_.load({"unweighted", "a"}), HasSubstr("Image \"unweighted\" is missing"));
+    EXPECT_EQ(test_.load({"a", "b", "none"}), "File \"none\" cannot be opened.");
+    EXPECT_EQ(getValue(), 2.0f) << "what was there";
+}
+
+TEST_F(Merge, TellsHowFarItIs) {
+    std::vector<float> told;
+    test_.chain.load.onProgress = [&told](float part) { told.push_back(part); };
+    ASSERT_EQ(test_.load({"a", "b", "a", "b"}), "");
+    EXPECT_THAT(told, ElementsAre(0.0f, 0.25f, 0.5f, 0.75f, 1.0f, 1.0f));
+}
+
+TEST_F(Merge, PassesWarningsOn) {
+    test_.setFile("txr", [] {
+        ChannelImage image = makePart(2.0f, 1.0f);
+        for (const char* name :
+             {"istavrinexr", "stats.passes", "stats.time", "stats.rayspersecond"}) {
+            image.setAttribute("tavrin." + String(name), 1);
+        }
+        image.setAttribute("tavrin.stats.rayspersample", 1.0f);
+        return image;
+    });
+    ASSERT_EQ(test_.load({"txr", "a", "b"}), "");
+    EXPECT_THAT(test_.takeWarnings(), ElementsAre(HasSubstr("not been recognized as TXR images")));
+}
+
+}  // namespace
+}  // namespace tavrin::pipeline

@@ -1,0 +1,103 @@
+#include "base/pipeline/UpdateWorker.h"
+#include "foundation/platform/Thread.h"
+
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <chrono>
+#include <semaphore>
+
+namespace tavrin::pipeline {
+namespace {
+
+/// A computation that runs until it is let go, as often as it is let go.
+class Gate {
+public:
+    void run() {
+        ++count;
+        started_.release();
+        mayEnd_.acquire();
+    }
+    void waitForStart() { started_.acquire(); }
+    void letEnd(int times = 1) { mayEnd_.release(times); }
+
+    std::atomic<int> count = 0;
+
+private:
+    std::counting_semaphore<> started_{0};
+    std::counting_semaphore<> mayEnd_{0};
+};
+
+class UpdateWorkerTest : public testing::Test {
+protected:
+    ~UpdateWorkerTest() override { worker_.shutDown(); }
+
+    Gate gate_;
+    UpdateWorker worker_{[this] { gate_.run(); }};
+};
+
+TEST_F(UpdateWorkerTest, RequestsDuringARunMakeOneFurtherRun) {
+    worker_.request("Test");
+    gate_.waitForStart();
+    EXPECT_TRUE(worker_.wait()) << "a run that goes on is not waited for";
+    for (int i = 0; i < 10; ++i) {
+        worker_.request("Test");
+    }
+    gate_.letEnd(12);
+    EXPECT_TRUE(worker_.wait());
+    gate_.waitForStart();
+    worker_.shutDown();
+    EXPECT_EQ(gate_.count, 2);
+}
+
+TEST_F(UpdateWorkerTest, ACancelledWorkerRunsAgainWithTheNextRequest) {
+    worker_.request("Test");
+    gate_.waitForStart();
+    EXPECT_FALSE(worker_.isStopping());
+    worker_.cancel();
+    EXPECT_TRUE(worker_.isStopping());
+    worker_.request("Test");
+    EXPECT_FALSE(worker_.wait()) << "the request waits for a later one";
+    gate_.letEnd(8);
+    // Ends when a request has found the worker idle, and started it.
+    while (gate_.count < 2) {
+        worker_.request("Test");
+    }
+    EXPECT_TRUE(worker_.wait());
+    EXPECT_FALSE(worker_.isStopping());
+}
+
+TEST_F(UpdateWorkerTest, EndsAfterTheRunThatGoesOn) {
+    worker_.request("Test");
+    gate_.waitForStart();
+    worker_.request("Test");
+    std::thread release([this] {
+        while (!worker_.isStopping()) {
+            std::this_thread::yield();
+        }
+        gate_.letEnd();
+    });
+    worker_.shutDown();
+    EXPECT_EQ(gate_.count, 1) << "the request that has not started is dropped";
+    release.join();
+}
+
+TEST(UpdateWorker, RunsOnAThreadOfItsOwnWithAName) {
+    String name;
+    std::thread::id thread;
+    std::binary_semaphore done(0);
+    UpdateWorker worker([&] {
+        name = platform::getThreadName();
+        thread = std::this_thread::get_id();
+        done.release();
+    });
+    EXPECT_TRUE(worker.wait()) << "nothing is pending";
+    worker.request("Pipeline_Test");
+    done.acquire();
+    worker.shutDown();
+    EXPECT_EQ(name, "_TAVRIN_Pipeline_Test");
+    EXPECT_NE(thread, std::this_thread::get_id());
+}
+
+}  // namespace
+}  // namespace tavrin::pipeline
