@@ -74,7 +74,11 @@ Path getFile(const CLI::App& app, const char* option, const std::string& argumen
     return toPath(argument);
 }
 
+/// A number, or the name of a channel, which may follow a "%" so that it is not taken for one.
 image::Weight parseWeight(const String& text) {
+    if (text.startsWith("%")) {
+        return text.substring(1);
+    }
     const auto number = Str::parseFloat(text.view());
     if (!number) {
         return text;
@@ -144,11 +148,10 @@ void addOptions(CLI::App& app, RawArguments& raw, Options& options) {
                    "repeatable")
         ->type_name("KEY=VALUE")
         ->allow_extra_args(false);
-    app.add_option(
-           "--weights", raw.weights,
-           "How much the images count that are merged, for each pixel: a number or the name "
-           "of a channel for all of them, or one for each; the channel TAVRIN_FB_WEIGHTS "
-           "without this option")
+    app.add_option("--weights", raw.weights,
+                   "How much the merged images count: a number, or the name of the channel that "
+                   "holds a weight for each pixel (after a % to tell it from a number); one for "
+                   "all, or one for each; the channel TAVRIN_FB_WEIGHTS without this option")
         ->type_name("W[,W...]");
     addSettingsOptions(app, raw);
     app.add_flag("--info", options.info,

@@ -3,12 +3,15 @@
 #include "base/image/AttributeNames.h"
 #include "base/image/RowLoop.h"
 #include "base/settings/PropertyHelp.h"
+#include "foundation/Exception.h"
+#include "foundation/platform/Memory.h"
 #include "services/postcore/PropertyDescriptor.h"
 
 #include <algorithm>
 #include <bit>
 #include <cstdint>
 #include <limits>
+#include <string>
 #include <vector>
 
 namespace tavrin::image {
@@ -104,6 +107,21 @@ Bucket getOutputWindow(const ChannelImage& image) {
             std::max(display.x1, data.x1), std::max(display.y1, data.y1)};
 }
 
+/// The display window, which has no pixels in a file, may be of any size.
+void checkFitsInMemory(const Bucket& window, std::size_t channelCount) {
+    const auto getLength = [](int from, int to) { return double(to) - double(from); };
+    const double width = getLength(window.x0, window.x1);
+    const double height = getLength(window.y0, window.y1);
+    const double needed = width * height * double(channelCount * sizeof(float));
+    if (needed > double(platform::availableMemory())) {
+        const auto toText = [](double number) {
+            return String::fromUtf8(std::to_string(static_cast<long long>(number)));
+        };
+        throw Exception("A merged image of " + toText(width) + " x " + toText(height) +
+                        " pixels, which its display window asks for, does not fit in memory.");
+    }
+}
+
 /// Whether the name is that of a float channel of the image other than the one of its weights.
 bool isMergeable(const ChannelImage& image, const String& name, const Weight& weight) {
     const String* weightName = std::get_if<String>(&weight);
@@ -166,6 +184,7 @@ void Accumulator::finish() {
 
 void Accumulator::start(const Weight& weight, const ChannelImage& image) {
     const Bucket window = getOutputWindow(image);
+    checkFitsInMemory(window, image.getChannels().size() + 1);
     ChannelImage sums(window, window, image.getAttribute<float>("gamma"));
     for (const auto& [name, channel] : image.getChannels()) {
         if (isMergeable(image, name, weight)) {
@@ -238,7 +257,7 @@ void Accumulator::addMetadata(const ChannelImage& image) {
         return std::ranges::count_if(
                    names, [&](const String& name) { return !matchOrAdopt(name, image); }) == 0;
     };
-    std::vector<String> properties;
+    std::vector<String> properties = {kPipelineAttribute, kColorMappingEnabledAttribute};
     for (const int id : settings::allPropertyIds()) {
         properties.push_back(postcore::getPropertyExrName(*PropertyDescriptor::get(id)));
     }
@@ -248,6 +267,7 @@ void Accumulator::addMetadata(const ChannelImage& image) {
     if (!matchOrAdoptAll({kElementsAttribute, kLightMixElementsAttribute})) {
         warnOnce(kElementsDiffer);
     }
+    matchOrAdoptAll({kCameraTypeAttribute, kCameraVrAttribute});
     for (const String& name : kSummedStatistics) {
         int& sum = image_.getAttribute<int>(name);
         sum = addSaturated(sum, image.getAttribute<int>(name));

@@ -22,7 +22,8 @@ public:
     /// Adds a valid image that has the float channel that the weight may name. Every image after
     /// the first fits within getImage(). Channels that the first image lacks are left out, as are
     /// those of integers. A constant weight counts for all of the merged image, so that pixels
-    /// outside of this image's data window grow darker. Throws std::bad_alloc.
+    /// outside of this image's data window grow darker. Throws std::bad_alloc, and an Exception
+    /// when the first image's windows ask for a merged image that does not fit in memory.
     void add(const Weight& weight, const ChannelImage& image);
 
     /// Turns the sums into means; 0 where all weights are 0. Called once, after the last `add`.

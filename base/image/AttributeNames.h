@@ -19,4 +19,12 @@ inline const String kRaysPerSampleStatistic = "tavrin.stats.rayspersample";
 inline const String kElementsAttribute = "tavrin.elements";
 inline const String kLightMixElementsAttribute = "tavrin.lightmix.elements";
 
+/// The tone mapping: the pipeline's text, and a whole number that is 0 when it is off.
+inline const String kPipelineAttribute = "tavrin.cm.pipeline";
+inline const String kColorMappingEnabledAttribute = "tavrin.cm.enabled";
+
+/// Whole numbers: the renderer's number for the kind of projection, and 1 for a camera of VR.
+inline const String kCameraTypeAttribute = "tavrin.camera.type";
+inline const String kCameraVrAttribute = "tavrin.camera.isvrenabled";
+
 }  // namespace tavrin::image

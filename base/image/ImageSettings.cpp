@@ -1,5 +1,6 @@
 #include "base/image/ImageSettings.h"
 
+#include "base/image/AttributeNames.h"
 #include "foundation/Exception.h"
 #include "foundation/Optional.h"
 #include "services/colorkit/ColorMapping.h"
@@ -19,9 +20,6 @@ using postcore::Property;
 using postcore::PropertyDescriptor;
 using postcore::PropertyType;
 using Warn = Function<void(const String&)>;
-
-const String kPipelineAttribute = "tavrin.cm.pipeline";
-const String kEnabledAttribute = "tavrin.cm.enabled";
 
 template <class T>
 const T* find(const ChannelImage& image, const String& name) {
@@ -104,7 +102,7 @@ void readToneMapping(const ChannelImage& image, const LegacyAwarePostParamsSetti
     colorkit::CommonColorMappingContext context;
     context.errorCallback = [warn](int, const String& text) { warn(text); };
     colorMapping.setContext(context);
-    const int* enabled = find<int>(image, kEnabledAttribute);
+    const int* enabled = find<int>(image, kColorMappingEnabledAttribute);
     colorMapping.setEnabled(enabled == nullptr || *enabled != 0);
 }
 
@@ -135,15 +133,15 @@ void writeSettings(ChannelImage& image, const std::vector<int>& ids,
     }
     image.setAttribute(kPipelineAttribute,
                        colorkit::serializePipelineToString(colorMapping.getPipeline()));
-    image.setAttribute(kEnabledAttribute, colorMapping.isEnabled() ? 1 : 0);
+    image.setAttribute(kColorMappingEnabledAttribute, colorMapping.isEnabled() ? 1 : 0);
 }
 
 postcore::CameraData readCameraData(const ChannelImage& image) {
     postcore::CameraData camera;
-    if (const int* type = find<int>(image, "tavrin.camera.type")) {
+    if (const int* type = find<int>(image, kCameraTypeAttribute)) {
         camera.type = static_cast<std::uint32_t>(*type);
     }
-    const int* isVrEnabled = find<int>(image, "tavrin.camera.isvrenabled");
+    const int* isVrEnabled = find<int>(image, kCameraVrAttribute);
     camera.isVrEnabled = isVrEnabled != nullptr && *isVrEnabled != 0;
     return camera;
 }

@@ -84,7 +84,11 @@ ChannelImage loadMerged(const Loader& loader, const std::vector<Path>& paths,
             checkFits(image, accumulator.getImage(), paths[i]);
         }
         checkHasWeights(image, weights[i], paths[i]);
-        accumulator.add(weights[i], image);
+        try {
+            accumulator.add(weights[i], image);
+        } catch (const Exception& exception) {
+            throw Exception(image::makeFileMessage(exception.message(), paths[i]));
+        }
         report.onProgress(static_cast<float>(i + 1) / static_cast<float>(paths.size()));
     }
     accumulator.finish();

@@ -70,18 +70,40 @@ TEST_F(Merge, TellsHowFarItIs) {
     EXPECT_THAT(told, ElementsAre(0.0f, 0.25f, 0.5f, 0.75f, 1.0f, 1.0f));
 }
 
-TEST_F(Merge, PassesWarningsOn) {
-    test_.setFile("txr", [] {
-        ChannelImage image = makePart(2.0f, 1.0f);
-        for (const char* name :
-             {"istavrinexr", "stats.passes", "stats.time", "stats.rayspersecond"}) {
-            image.setAttribute("tavrin." + String(name), 1);
-        }
-        image.setAttribute("tavrin.stats.rayspersample", 1.0f);
+/// A part that the renderer has marked, with a tone mapping.
+ChannelImage makeTxr(const char* pipeline) {
+    ChannelImage image = makePart(2.0f, 1.0f);
+    for (const char* name : {"istavrinexr", "stats.passes", "stats.time", "stats.rayspersecond"}) {
+        image.setAttribute("tavrin." + String(name), 1);
+    }
+    image.setAttribute("tavrin.stats.rayspersample", 1.0f);
+    image.setAttribute("tavrin.cm.pipeline", String(pipeline));
+    return image;
+}
+
+TEST_F(Merge, KeepsTheToneMappingOfTheFirstAndWarnsOfOthers) {
+    test_.setFile("clamped", [] {
+        return makeTxr(R"({"version":1,"operators":[{"type":"Clamp","enabled":true}]})");
+    });
+    test_.setFile("unmapped", [] { return makeTxr(R"({"version":1,"operators":[]})"); });
+    ASSERT_EQ(test_.load({"clamped", "clamped"}), "");
+    EXPECT_THAT(test_.takeWarnings(), ElementsAre());
+    ASSERT_EQ(test_.load({"clamped", "unmapped", "a", "b"}), "");
+    EXPECT_THAT(test_.takeWarnings(), ElementsAre(HasSubstr("postprocessing properties differed"),
+                                                  HasSubstr("not been recognized as TXR images")));
+    ASSERT_FALSE(test_.colorMapping.getPipeline().isEmpty());
+    EXPECT_TRUE(test_.colorMapping.getPipeline()->getPredecessor().isEmpty());
+}
+
+TEST_F(Merge, ADisplayWindowBeyondMemoryIsRefused) {
+    test_.setFile("huge", [] {
+        ChannelImage image = makePart(1.0f, 1.0f);
+        image.setAttribute("displayWindow", Bucket{-2000000000, 0, 2000000000, 2000000000});
         return image;
     });
-    ASSERT_EQ(test_.load({"txr", "a", "b"}), "");
-    EXPECT_THAT(test_.takeWarnings(), ElementsAre(HasSubstr("not been recognized as TXR images")));
+    EXPECT_EQ(test_.load({"huge", "a"}),
+              "Cannot operate with image file \"huge\". A merged image of 4000000000 x 2000000000 "
+              "pixels, which its display window asks for, does not fit in memory.");
 }
 
 }  // namespace
