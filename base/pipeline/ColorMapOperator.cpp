@@ -2,8 +2,6 @@
 
 #include "services/postcore/PostProcessData.h"
 
-#include <algorithm>
-
 namespace tavrin::pipeline {
 
 void ColorMapOperator::updateColorMappingContext() {
@@ -11,15 +9,9 @@ void ColorMapOperator::updateColorMappingContext() {
         postcore::getCommonColorMappingContext(postcore::getPostProcessData(settings())));
 }
 
-bool ColorMapOperator::isMapped(const String& element) const {
-    const std::vector<image::ElementInfo> elements = input().getElements();
-    const auto info = std::ranges::find(elements, element, &image::ElementInfo::name);
-    return info == elements.end() || !info->has(image::kNoColorMapping);
-}
-
 Optional<BitmapImpl<Rgb>> ColorMapOperator::computeRgbRegion(const Request& request) {
     auto colors = requestRgb(request);
-    if (!colors || !isMapped(request.element)) {
+    if (!colors || isFlagged(request.element, image::kNoColorMapping)) {
         return colors;
     }
     const Bucket display = getDisplayWindow();

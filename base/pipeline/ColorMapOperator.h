@@ -25,7 +25,6 @@ public:
 
 private:
     Optional<BitmapImpl<Rgb>> computeRgbRegion(const Request& request) override;
-    bool isMapped(const String& element) const;
 
     std::atomic<std::uint32_t> histogramStage_ = kNoStage;
 };

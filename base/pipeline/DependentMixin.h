@@ -3,6 +3,7 @@
 #include "base/pipeline/IAsync.h"
 #include "base/pipeline/IOperator.h"
 
+#include <algorithm>
 #include <array>
 
 namespace tavrin::pipeline {
@@ -23,6 +24,13 @@ public:
 
 protected:
     IOperator& input(int index = 0) const { return *inputs_[std::size_t(index)].op; }
+
+    /// Whether an element of this name comes in with the flag.
+    bool isFlagged(const String& element, image::ElementFlag flag) const {
+        return std::ranges::any_of(input().getElements(), [&](const image::ElementInfo& info) {
+            return info.name == element && info.has(flag);
+        });
+    }
 
     /// Asks an input. With IOperator::Control::Wait this first waits for a computation that is
     /// pending there; the answer is empty when it is not going to start.

@@ -17,8 +17,8 @@ namespace tavrin::pipeline {
 
 /// One stage of the processing pipeline. Nothing is pushed: a consumer asks the last operator of a
 /// chain for a region of one render element, and every operator asks its inputs for what it needs
-/// and transforms the answer. Any thread may call everything. No failure reaches the caller: an
-/// answer that cannot be given is empty.
+/// and transforms the answer. Any thread may call everything. No failure reaches the caller but
+/// want of memory (std::bad_alloc): an answer that cannot be given is empty.
 class IOperator {
 public:
     enum class Control : std::uint32_t {

@@ -91,7 +91,17 @@ std::vector<ElementInfo> LightMixOperator::getLightElements() const {
 }
 
 Optional<BitmapImpl<Rgb>> LightMixOperator::computeRgbRegion(const Request& request) {
-    return request.element == image::kLightMixInteractive ? mix(request) : requestRgb(request);
+    if (request.element != image::kLightMixInteractive) {
+        return requestRgb(request);
+    }
+    // An image that takes the place of another one meanwhile would leave a mix of two.
+    while (true) {
+        const std::int64_t revision = getRevision();
+        auto sum = mix(request);
+        if (getRevision() == revision) {
+            return sum;
+        }
+    }
 }
 
 std::vector<LightMixOperator::Light> LightMixOperator::getLightsInMix() const {
@@ -111,7 +121,6 @@ std::vector<LightMixOperator::Light> LightMixOperator::getLightsInMix() const {
 }
 
 Optional<BitmapImpl<Rgb>> LightMixOperator::mix(const Request& request) {
-    const std::int64_t revision = getRevision();
     const std::vector<Light> lights = getLightsInMix();
     const Pixel size = image::getSampledSize(request.region.size(), request.scale);
     BitmapImpl<Rgb> sum(size.x, size.y);
@@ -128,9 +137,7 @@ Optional<BitmapImpl<Rgb>> LightMixOperator::mix(const Request& request) {
                 isComplete = false;
             }
         });
-    // An image that has been replaced meanwhile would leave a mix of two.
-    return isComplete && getRevision() == revision ? Optional<BitmapImpl<Rgb>>(std::move(sum))
-                                                   : std::nullopt;
+    return isComplete ? Optional(std::move(sum)) : std::nullopt;
 }
 
 bool LightMixOperator::mixPart(const Request& request, const std::vector<Light>& lights,

@@ -4,6 +4,7 @@
 #include "base/image/ImageSettings.h"
 #include "base/settings/PropertyHelp.h"
 #include "foundation/Exception.h"
+#include "foundation/platform/Memory.h"
 
 #include <algorithm>
 #include <chrono>
@@ -181,6 +182,8 @@ void LoadOperator::update() {
             job = requested_;
         }
         install(perform(std::move(job)));
+        // Of the image before, and of the images that have been merged.
+        platform::releaseUnusedPixelMemory();
         updateSettings(settings::allPropertyIds());
         return String();
     });

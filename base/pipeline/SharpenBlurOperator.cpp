@@ -30,19 +30,13 @@ int getFetchStart(int start, int radius, int step) {
 
 }  // namespace
 
-bool SharpenBlurOperator::isFiltered(const String& element) const {
-    const std::vector<image::ElementInfo> elements = input().getElements();
-    const auto info = std::ranges::find(elements, element, &image::ElementInfo::name);
-    return info == elements.end() || !info->has(image::kNoSharpenBlur);
-}
-
 Optional<BitmapImpl<Rgb>> SharpenBlurOperator::computeRgbRegion(const Request& request) {
     postcore::Sharpening filter = makeFilter(settings());
     const Pixel size = getDataWindow().size();
     // Reductions come in whole scales, enlargements are made behind this operator.
     const int scale = std::max(static_cast<int>(request.scale), 1);
     const int radius = filter.getWindowRadius(size, scale);
-    if (radius < 1 || !isFiltered(request.element)) {
+    if (radius < 1 || isFlagged(request.element, image::kNoSharpenBlur)) {
         return requestRgb(request);
     }
     const Bucket& region = request.region;

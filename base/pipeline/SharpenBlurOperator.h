@@ -11,7 +11,6 @@ namespace tavrin::pipeline {
 class SharpenBlurOperator final : public DependentMixin<1, SettingsMixin<IOperator>> {
 private:
     Optional<BitmapImpl<Rgb>> computeRgbRegion(const Request& request) override;
-    bool isFiltered(const String& element) const;
 };
 
 }  // namespace tavrin::pipeline
