@@ -16,14 +16,14 @@ constexpr float kGammaTolerance = 0.0001f;
 
 /// The channels of an element, in the order of its components.
 std::vector<String> getChannelNames(const ElementInfo& element) {
-    const auto join = [&element](const char* component) {
+    const auto join = [&element](const char16_t* component) {
         return joinChannelName(element.name, component);
     };
     switch (element.kind) {
         case ElementKind::Rgb:
-            return {join("R"), join("G"), join("B")};
+            return {join(u"R"), join(u"G"), join(u"B")};
         case ElementKind::Rgba:
-            return {join("R"), join("G"), join("B"), join("A")};
+            return {join(u"R"), join(u"G"), join(u"B"), join(u"A")};
         case ElementKind::Mono:
             return {element.name};
         case ElementKind::Unsupported:
@@ -41,11 +41,20 @@ void requireKind(const ElementInfo& element, ElementKind kind) {
 /// Addresses a single channel row by row.
 class MonoRows {
 public:
+    struct Row {
+        const float* values;
+
+        float operator[](std::size_t x) const { return values[x]; }
+        void read(std::size_t x, std::span<float> pixels) const {
+            std::copy_n(values + x, pixels.size(), pixels.data());
+        }
+    };
+
     MonoRows(const ChannelImage& image, const String& channel)
         : values_(image.getChannel<float>(channel).getData()),
           width_(std::size_t(image.getDataWindow().width())) {}
 
-    const float* row(int y) const { return values_ + std::size_t(y) * width_; }
+    Row row(int y) const { return {values_ + std::size_t(y) * width_}; }
 
 private:
     const float* values_;
@@ -62,6 +71,7 @@ public:
             const Rgba pixel = pixels[x];
             return {pixel.r, pixel.g, pixel.b, pixel.a};
         }
+        void read(std::size_t x, std::span<Rgb> to) const { pixels.read(x, to); }
     };
 
     RgbWithAlphaRows(const ChannelImage& image, const String& element) : pixels_(image, element) {}

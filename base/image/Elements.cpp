@@ -156,7 +156,7 @@ String joinChannelName(const String& element, const String& component) {
     if (element.isEmpty() || component.isEmpty()) {
         return element + component;
     }
-    return element + "." + component;
+    return element + u"." + component;
 }
 
 ChannelNameParts splitChannelName(const String& channel) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/image/ChannelImage.h"
+#include "base/image/PixelRows.h"
 #include "foundation/Bitmap.h"
 #include "services/imageio/IImageIterator.h"
 
@@ -24,6 +25,9 @@ public:
         T* b;
 
         Rgb operator[](std::size_t x) const { return {r[x], g[x], b[x], 1.0f}; }
+        void read(std::size_t x, std::span<Rgb> pixels) const {
+            interleave(r + x, g + x, b + x, nullptr, pixels);
+        }
         void set(std::size_t x, const Rgb& color) const {
             r[x] = color.r;
             g[x] = color.g;
@@ -33,9 +37,9 @@ public:
 
     RgbIteratorHelperCommon(ImageOf<T>& image, const String& element)
         : size_(image.getDataWindow().size()),
-          r_(image.template getChannel<float>(joinChannelName(element, "R")).getData()),
-          g_(image.template getChannel<float>(joinChannelName(element, "G")).getData()),
-          b_(image.template getChannel<float>(joinChannelName(element, "B")).getData()) {}
+          r_(image.template getChannel<float>(joinChannelName(element, u"R")).getData()),
+          g_(image.template getChannel<float>(joinChannelName(element, u"G")).getData()),
+          b_(image.template getChannel<float>(joinChannelName(element, u"B")).getData()) {}
 
     /// Row y of the data window.
     Row row(int y) const {
@@ -61,6 +65,11 @@ public:
         T* a;
 
         Rgba operator[](std::size_t x) const { return {color.r[x], color.g[x], color.b[x], a[x]}; }
+        /// Pixels as Rgba, or as Rgb with alpha in the fourth float.
+        template <class P>
+        void read(std::size_t x, std::span<P> pixels) const {
+            interleave(color.r + x, color.g + x, color.b + x, a + x, pixels);
+        }
         void set(std::size_t x, const Rgba& pixel) const {
             color.set(x, {pixel.r, pixel.g, pixel.b});
             a[x] = pixel.a;
@@ -70,7 +79,7 @@ public:
     RgbaIteratorHelperCommon(ImageOf<T>& image, const String& element)
         : size_(image.getDataWindow().size()),
           color_(image, element),
-          a_(image.template getChannel<float>(joinChannelName(element, "A")).getData()) {}
+          a_(image.template getChannel<float>(joinChannelName(element, u"A")).getData()) {}
 
     Row row(int y) const { return {color_.row(y), a_ + std::size_t(y) * std::size_t(size_.x)}; }
 

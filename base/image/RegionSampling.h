@@ -30,7 +30,8 @@ struct RegionRows {
 /// They have at most `mostRows` rows each, or one row of image pixels where these give more.
 std::vector<RegionRows> divideIntoRows(const Bucket& region, float scale, int mostRows);
 
-/// Samples a region. Source::row(y)[x] gives the pixel (x, y) of the data window.
+/// Samples a region. Source::row(y)[x] gives the pixel (x, y) of the data window, and
+/// Source::row(y).read(x, span) the pixels from there on.
 template <class P, class Source>
 BitmapImpl<P> sampleRegion(const Source& source, const Bucket& region, float scale) {
     const Pixel size = getSampledSize(region.size(), scale);
@@ -38,13 +39,7 @@ BitmapImpl<P> sampleRegion(const Source& source, const Bucket& region, float sca
     const auto width = std::size_t(result.getWidth());
     const auto x0 = std::size_t(region.x0);
     if (scale == 1.0f) {
-        forEachRow(size, [&](int y) {
-            const auto from = source.row(region.y0 + y);
-            P* to = result.row(y).data();
-            for (std::size_t x = 0; x < width; ++x) {
-                to[x] = from[x0 + x];
-            }
-        });
+        forEachRow(size, [&](int y) { source.row(region.y0 + y).read(x0, result.row(y)); });
         return result;
     }
     const std::vector<int> columns = getSampleIndices(size.x, region.width(), scale);

@@ -21,7 +21,7 @@ constexpr int kColorId = 362;
 
 // Rows of the mix are made in parts of about so many pixels: what one light gives of a part is
 // still in the cache of the processor when it is added.
-constexpr int kPixelsPerPart = 8192;
+constexpr int kPixelsPerPart = 16384;
 
 bool isLight(const ElementInfo& element) {
     return element.has(image::kLightSelectElement);
@@ -45,9 +45,9 @@ T getOr(const std::vector<T>& values, std::size_t index, const T& fallback) {
     return index < values.size() ? static_cast<T>(values[index]) : fallback;
 }
 
-/// Adds a light to a part of the mix, or makes it the part when it is the first.
-void addLight(std::span<const Rgb> light, const Spectrum& multiplier, bool isFirst,
-              std::span<Rgb> sum) {
+/// Adds a light to a part of the mix, or makes it the part when it is the first. Every pixel is
+/// written whole, with its fourth float, as compilers then compute it as one vector.
+void addLight(std::span<const Rgb> light, Spectrum multiplier, bool isFirst, std::span<Rgb> sum) {
     if (isFirst) {
         for (std::size_t i = 0; i < light.size(); ++i) {
             sum[i] = tint(light[i], multiplier);
@@ -56,10 +56,9 @@ void addLight(std::span<const Rgb> light, const Spectrum& multiplier, bool isFir
     }
     for (std::size_t i = 0; i < light.size(); ++i) {
         const Rgb tinted = tint(light[i], multiplier);
-        sum[i].r += tinted.r;
-        sum[i].g += tinted.g;
-        sum[i].b += tinted.b;
-        sum[i].a += tinted.a;
+        const Rgb before = sum[i];
+        sum[i] = {before.r + tinted.r, before.g + tinted.g, before.b + tinted.b,
+                  before.a + tinted.a};
     }
 }
 

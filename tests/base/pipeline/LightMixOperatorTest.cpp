@@ -13,7 +13,7 @@ using image::kLightMixInteractive;
 constexpr int kEnabled = 381;
 constexpr int kIntensity = 363;
 constexpr int kColor = 362;
-constexpr Bucket kWindow = {0, 0, 97, 61};
+constexpr Bucket kWindow = {0, 0, 397, 361};  // large enough to be mixed in parts
 
 class LightMix : public testing::Test {
 protected:
