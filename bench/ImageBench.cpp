@@ -5,9 +5,8 @@
 // measures with the files named, or, without any, with a 4K image of 30 channels that it writes to
 // the temporary folder first.
 
-#include "base/image/Exr.h"
+#include "bench/BenchImages.h"
 #include "bench/PairedRuns.h"
-#include "foundation/Exception.h"
 #include "foundation/Scheduler.h"
 #include "foundation/platform/Memory.h"
 
@@ -20,7 +19,6 @@
 #include <ImfThreading.h>
 #include <benchmark/benchmark.h>
 
-#include <cmath>
 #include <cstring>
 #include <iostream>
 #include <map>
@@ -77,25 +75,6 @@ private:
     Imf::Header output_;
 };
 
-ChannelImage loadOrThrow(const std::string& file) {
-    Result<ChannelImage> image = image::ExrLoader().load(Path(std::filesystem::path(file)));
-    if (!image) {
-        throw Exception(image.error());
-    }
-    return *std::move(image);
-}
-
-void saveOrThrow(const ChannelImage& image, const std::string& file) {
-    const Result<void> saved = image::ExrSaver().save(image, Path(std::filesystem::path(file)));
-    if (!saved) {
-        throw Exception(saved.error());
-    }
-}
-
-std::string getTemporaryFile(const char* name) {
-    return std::filesystem::temp_directory_path() / name;
-}
-
 void benchLoad(benchmark::State& state, const std::string& file) {
     PlainPlanes planes(file);
     runPaired(
@@ -146,8 +125,7 @@ void benchLoadMemory(benchmark::State& state, const std::string& file) {
     }
 }
 
-/// A 4K image of 30 channels whose values compress about as well as those of renders: smooth, with
-/// noise in the lower bits.
+/// A 4K image of 30 channels.
 std::string writeLargeFile() {
     const Bucket window = {0, 0, 3840, 2160};
     ChannelImage image(window, window, 1.0f);
@@ -157,19 +135,7 @@ std::string writeLargeFile() {
             {"Pass" + String::fromUtf8(std::to_string(i)), image::ElementKind::Rgb, 0});
     }
     image.fitChannelsToDataWindow();
-    std::uint32_t noise = 1;
-    float phase = 0.0f;
-    for (const auto& [name, item] : image.getChannels()) {
-        phase += 0.7f;
-        float* values = image.getChannel<float>(name).getData();
-        for (int y = 0; y < window.height(); ++y) {
-            const float wave = 1.0f + std::sin(phase + 0.003f * float(y));
-            for (int x = 0; x < window.width(); ++x) {
-                noise = noise * 1664525u + 1013904223u;
-                *values++ = wave * (1.0f + 1e-3f * float(noise >> 24)) + 0.0005f * float(x);
-            }
-        }
-    }
+    fillLikeRender(image);
     std::string file = getTemporaryFile("tavrin-image-bench-4k.exr");
     saveOrThrow(image, file);
     return file;
