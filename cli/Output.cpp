@@ -106,8 +106,8 @@ std::vector<ElementFile> planElementFiles(const Output& output, const DisplayCha
     return files;
 }
 
-/// Auxiliary elements are data, also those that a renderer wants mapped, but for the denoised
-/// variants, which are images.
+/// Auxiliary elements are data, also those that the colour map does not leave alone, but for the
+/// denoised variants, which are images.
 bool isData(const ElementInfo& element) {
     return element.has(image::kNoColorMapping) ||
            (element.has(image::kAuxiliaryElement) && !image::isDenoisedElementName(element.name));
@@ -115,9 +115,9 @@ bool isData(const ElementInfo& element) {
 
 BitmapImpl<Rgb> render(const ElementInfo& element, DisplayChain& chain) {
     const Pixel size = chain.zoom.getDataWindow().size();
-    const bool isMapped = element.has(image::kNoColorMapping) || !isData(element);
+    const bool mustNotBeMapped = isData(element) && !element.has(image::kNoColorMapping);
     pipeline::IOperator& source =
-        isMapped ? static_cast<pipeline::IOperator&>(chain.zoom) : chain.includeAlpha;
+        mustNotBeMapped ? static_cast<pipeline::IOperator&>(chain.includeAlpha) : chain.zoom;
     auto picture = source.provideRgbRegion(element.name, {0, 0, size.x, size.y}, 1.0f,
                                            pipeline::IOperator::Control::Wait);
     if (!picture) {
