@@ -5,16 +5,17 @@
 namespace tavrin::pipeline {
 
 Result<String> Completion::wait() {
-    std::unique_lock lock(mutex_);
-    ended_.wait(lock, [this] { return result_.has_value(); });
-    return *std::exchange(result_, std::nullopt);
+    std::unique_lock lock(state_->mutex);
+    state_->ended.wait(lock, [this] { return state_->result.has_value(); });
+    return *std::exchange(state_->result, std::nullopt);
 }
 
-void Completion::end(Result<String> result) {
-    const std::lock_guard lock(mutex_);
-    result_ = std::move(result);
-    // Under the lock: the waiting thread may destroy this right after it.
-    ended_.notify_all();
+void Completion::State::end(Result<String> newResult) {
+    {
+        const std::lock_guard lock(mutex);
+        result = std::move(newResult);
+    }
+    ended.notify_all();
 }
 
 }  // namespace tavrin::pipeline

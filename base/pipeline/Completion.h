@@ -2,35 +2,38 @@
 
 #include "foundation/Optional.h"
 #include "foundation/Result.h"
+#include "foundation/SharedPtr.h"
 
 #include <condition_variable>
+#include <memory>
 #include <mutex>
 
 namespace tavrin::pipeline {
 
 /// Lets a thread wait for the end of a computation of an asynchronous operator, for programs that
-/// have nothing else to do meanwhile. Takes over the operator's onFinish and onError; the operator
-/// computes nothing any more when the object ends.
+/// have nothing else to do meanwhile. Takes over the operator's onFinish and onError; may end while
+/// the operator still computes.
 class Completion {
 public:
     template <class Operator>
     explicit Completion(Operator& op) {
-        op.onFinish = [this](const String& message) { end(message); };
-        op.onError = [this](const String& text) { end(Failure(text)); };
+        op.onFinish = [state = state_](const String& message) { state->end(message); };
+        op.onError = [state = state_](const String& text) { state->end(Failure(text)); };
     }
-    Completion(const Completion&) = delete;
-    Completion& operator=(const Completion&) = delete;
 
     /// Waits for the end of the computation that was asked for last, unless it has ended already.
     /// The message of its finish, or the text of its error.
     Result<String> wait();
 
 private:
-    void end(Result<String> result);
+    struct State {
+        void end(Result<String> newResult);
 
-    std::mutex mutex_;
-    std::condition_variable ended_;
-    Optional<Result<String>> result_;  ///< guarded by mutex_
+        std::mutex mutex;
+        std::condition_variable ended;
+        Optional<Result<String>> result;  ///< guarded by mutex
+    };
+    SharedPtr<State> state_ = std::make_shared<State>();
 };
 
 }  // namespace tavrin::pipeline
