@@ -7,7 +7,6 @@
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
-#include <cmath>
 #include <iostream>
 
 namespace tavrin::cli {
@@ -74,19 +73,20 @@ Path getFile(const CLI::App& app, const char* option, const std::string& argumen
     return toPath(argument);
 }
 
-/// A number, or the name of a channel, which may follow a "%" so that it is not taken for one.
+/// A number, or the name of a channel, which follows a "%" where it looks like a number.
 image::Weight parseWeight(const String& text) {
     if (text.startsWith("%")) {
         return text.substring(1);
     }
-    const auto number = Str::parseFloat(text.view());
-    if (!number) {
-        return text;
+    if (const auto number = Str::parseFloat(text.view())) {
+        return *number;
     }
-    if (!std::isfinite(*number) || *number < 0.0f) {
-        throw UsageError("A weight of \"" + text + "\" makes no sense: it is 0 or more.");
+    const String kStartsOfNumbers = "+-.0123456789";
+    if (kStartsOfNumbers.contains(text.substring(0, 1))) {
+        throw UsageError("The weight \"" + text + "\" is no number; \"%" + text +
+                         "\" would be a channel.");
     }
-    return *number;
+    return text;
 }
 
 /// Reads W[,W...].
@@ -205,13 +205,12 @@ void check(const Options& options) {
                                                Io::FileFilter::TAVRIN_SETTINGS_FILE.extension) {
         throw UsageError("--save-settings expects a file with the extension .tvpost.");
     }
-    const bool asksOfHeader = options.info || options.listElements;
-    const bool asksOfImage = asksOfHeader || !options.output.isEmpty();
+    const bool asksOfImage = options.info || options.listElements || !options.output.isEmpty();
     if (asksOfImage && options.inputs.empty()) {
         throw UsageError("An image to open is expected.");
     }
-    if (asksOfHeader && options.inputs.size() > 1) {
-        throw UsageError("--info and --list-elements go with one image.");
+    if (options.info && options.inputs.size() > 1) {
+        throw UsageError("--info goes with one image.");
     }
     if (!options.weights.empty() && options.inputs.size() < 2) {
         throw UsageError("--weights goes with images to merge.");

@@ -9,7 +9,7 @@ namespace tavrin::cli {
 
 /// How much of the images is needed.
 enum class ImageContent {
-    Header,  ///< the first one's settings and the names of its elements
+    Header,  ///< the settings and the names of the elements of the one image
     Pixels,
 };
 

@@ -81,7 +81,8 @@ void processImages(const Options& options, const Optional<Output>& output,
     settings::Settings settings;
     colorkit::ColorMapping colorMapping;
     pipeline::DisplayChain chain(settings, colorMapping);
-    openImages(options, output ? ImageContent::Pixels : ImageContent::Header, chain, progress,
+    const bool needsPixels = output || options.inputs.size() > 1;
+    openImages(options, needsPixels ? ImageContent::Pixels : ImageContent::Header, chain, progress,
                warnings);
     if (options.listElements) {
         printElementNames(chain);

@@ -8,7 +8,7 @@
 namespace tavrin::cli {
 
 /// Shows on one line of standard error what is being done and how far it has come; nothing when
-/// switched off. The line is gone when the object ends. One thread.
+/// switched off. The line is gone when the object ends. One thread at a time.
 class ProgressLine {
 public:
     explicit ProgressLine(bool isShown) : isShown_(isShown) {}

@@ -7,7 +7,7 @@
 
 namespace tavrin::cli {
 
-/// Prints each warning once, on a line of standard error; nothing when quiet. One thread.
+/// Prints each warning once, on a line of standard error; nothing when quiet. One thread at a time.
 class WarningPrinter {
 public:
     /// The progress line must live as long.

@@ -2,11 +2,14 @@
 
 #include "services/postcore/PostProcessData.h"
 
+#include <utility>
+
 namespace tavrin::pipeline {
 
 void ColorMapOperator::updateColorMappingContext() {
-    colorMapping().setContext(
-        postcore::getCommonColorMappingContext(postcore::getPostProcessData(settings())));
+    auto context = postcore::getCommonColorMappingContext(postcore::getPostProcessData(settings()));
+    context.errorCallback = colorMapping().getContext().errorCallback;
+    colorMapping().setContext(std::move(context));
 }
 
 Optional<BitmapImpl<Rgb>> ColorMapOperator::computeRgbRegion(const Request& request) {

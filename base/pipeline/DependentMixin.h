@@ -35,11 +35,11 @@ protected:
     /// Asks an input. With IOperator::Control::Wait this first waits for a computation that is
     /// pending there; the answer is empty when it is not going to start.
     Optional<BitmapImpl<Rgb>> requestRgb(const IOperator::Request& request, int index = 0) const {
-        return isReady(request, index) ? input(index).provideRgbRegion(request) : std::nullopt;
+        return isReady(request, index) ? Base::forwardRgb(input(index), request) : std::nullopt;
     }
     Optional<BitmapImpl<float>> requestMono(const IOperator::Request& request,
                                             int index = 0) const {
-        return isReady(request, index) ? input(index).provideMonoRegion(request) : std::nullopt;
+        return isReady(request, index) ? Base::forwardMono(input(index), request) : std::nullopt;
     }
 
     Optional<BitmapImpl<float>> computeMonoRegion(const IOperator::Request& request) override {

@@ -66,7 +66,7 @@ public:
 
     /// The colours of an element over the region, with alpha in the fourth float. Empty when the
     /// element is not known here, the region is empty or reaches out of the image, or the result
-    /// is not ready.
+    /// is not ready. All of an answer is of one image, also when another one takes its place.
     Optional<BitmapImpl<Rgb>> provideRgbRegion(const Request& request);
     Optional<BitmapImpl<Rgb>> provideRgbRegion(const String& element, const Bucket& region,
                                                float scale, Flags<Control> flags = {}) {
@@ -80,9 +80,21 @@ public:
     }
 
 protected:
-    /// Answer a request whose region is not empty and whose scale is a positive number.
+    /// Answer a request whose region is not empty and was in the image when it was made, and whose
+    /// scale makes a bitmap that can be addressed.
     virtual Optional<BitmapImpl<Rgb>> computeRgbRegion(const Request& request) = 0;
     virtual Optional<BitmapImpl<float>> computeMonoRegion(const Request& request) = 0;
+
+    /// For requests to an input in the middle of an answer, which has been checked as a whole.
+    static Optional<BitmapImpl<Rgb>> forwardRgb(IOperator& input, const Request& request) {
+        return input.computeRgbRegion(request);
+    }
+    static Optional<BitmapImpl<float>> forwardMono(IOperator& input, const Request& request) {
+        return input.computeMonoRegion(request);
+    }
+
+private:
+    bool isMeaningful(const Request& request) const;
 };
 
 }  // namespace tavrin::pipeline

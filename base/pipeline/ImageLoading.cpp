@@ -3,7 +3,10 @@
 #include "base/image/Accumulator.h"
 #include "base/image/Exr.h"
 #include "foundation/Exception.h"
+#include "foundation/NumberText.h"
 
+#include <algorithm>
+#include <cmath>
 #include <future>
 
 namespace tavrin::pipeline {
@@ -34,6 +37,21 @@ void checkHasWeights(const ChannelImage& image, const Weight& weight, const Path
     }
 }
 
+void checkMakesSense(const Weight& weight) {
+    if (const float* number = std::get_if<float>(&weight)) {
+        if (!std::isfinite(*number) || *number < 0.0f) {
+            throw Exception("A weight of " + Str::getNumberText(*number) +
+                            " makes no sense: it is 0 or more.");
+        }
+        return;
+    }
+    const String& channel = std::get<String>(weight);
+    if (channel == "R" || channel == "G" || channel == "B") {
+        throw Exception("Channel \"" + channel +
+                        "\" cannot hold pixel weights: it is one of the beauty.");
+    }
+}
+
 }  // namespace
 
 std::vector<Weight> normalizeWeights(std::vector<Weight> weights, std::size_t inputCount) {
@@ -50,6 +68,12 @@ std::vector<Weight> normalizeWeights(std::vector<Weight> weights, std::size_t in
             image::kWeightsElement +
             ") for all input images, or set only one weight to actually change the default, or set "
             "same number of weights as the number of input images.");
+    }
+    for (const Weight& weight : weights) {
+        checkMakesSense(weight);
+    }
+    if (std::ranges::all_of(weights, [](const Weight& weight) { return weight == Weight(0.0f); })) {
+        throw Exception("No image would be left to merge: all weights are 0.");
     }
     return weights;
 }

@@ -20,7 +20,9 @@ struct MergeReport {
 };
 
 /// One weight for each of `inputCount` images: without any the channel of weights that renderers
-/// write, and one weight stands for all. Throws an Exception when their number is neither.
+/// write, and one weight stands for all. Throws an Exception when their number is neither, and
+/// about weights that cannot be meant: numbers that are negative or not finite, 0 for all images,
+/// and a channel of the beauty.
 std::vector<image::Weight> normalizeWeights(std::vector<image::Weight> weights,
                                             std::size_t inputCount);
 

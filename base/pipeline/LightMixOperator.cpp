@@ -90,17 +90,7 @@ std::vector<ElementInfo> LightMixOperator::getLightElements() const {
 }
 
 Optional<BitmapImpl<Rgb>> LightMixOperator::computeRgbRegion(const Request& request) {
-    if (request.element != image::kLightMixInteractive) {
-        return requestRgb(request);
-    }
-    // An image that takes the place of another one meanwhile would leave a mix of two.
-    while (true) {
-        const std::int64_t revision = getRevision();
-        auto sum = mix(request);
-        if (getRevision() == revision) {
-            return sum;
-        }
-    }
+    return request.element == image::kLightMixInteractive ? mix(request) : requestRgb(request);
 }
 
 std::vector<LightMixOperator::Light> LightMixOperator::getLightsInMix() const {

@@ -7,7 +7,8 @@
 namespace tavrin::pipeline {
 
 /// Sharpens and blurs colours by the settings. Elements with image::kNoSharpenBlur pass as they
-/// are. A region comes out the same whether it is asked for whole or in tiles.
+/// are. A region comes out the same whether it is asked for whole or in tiles, at scales that are
+/// whole numbers; at other scales seams may show.
 class SharpenBlurOperator final : public DependentMixin<1, SettingsMixin<IOperator>> {
 private:
     Optional<BitmapImpl<Rgb>> computeRgbRegion(const Request& request) override;

@@ -14,10 +14,13 @@ UpdateWorker::~UpdateWorker() {
 void UpdateWorker::request(const String& name) {
     {
         const std::lock_guard lock(mutex_);
-        isPending_ = true;
+        ++requests_;
+        if (!isRunning()) {
+            // A worker that has been cancelled while idle may not have noticed yet.
+            isStopping_ = false;
+        }
         if (!isWorking_) {
             isWorking_ = true;
-            isStopping_ = false;
             thread_.start([this, name] { work(name); });
         }
     }
@@ -34,8 +37,13 @@ void UpdateWorker::cancel() {
 
 bool UpdateWorker::wait() {
     std::unique_lock lock(mutex_);
-    changed_.wait(lock, [this] { return !isPending_ || isStopping_; });
-    return !isPending_;
+    if (!isPending() || workingThread_ == std::this_thread::get_id()) {
+        return true;
+    }
+    const std::uint64_t awaited = requests_;
+    changed_.wait(
+        lock, [this, awaited] { return ended_ >= awaited || (isStopping_ && started_ < awaited); });
+    return ended_ >= awaited;
 }
 
 bool UpdateWorker::isStopping() const {
@@ -51,17 +59,19 @@ void UpdateWorker::shutDown() {
 void UpdateWorker::work(const String& name) {
     platform::setThreadName("_TAVRIN_" + name);
     std::unique_lock lock(mutex_);
+    workingThread_ = std::this_thread::get_id();
     while (true) {
-        changed_.wait(lock, [this] { return isPending_ || isStopping_; });
+        changed_.wait(lock, [this] { return isPending() || isStopping_; });
         if (isStopping_) {
             isWorking_ = false;
             return;
         }
-        isPending_ = false;
+        started_ = requests_;
         lock.unlock();
         update_();
-        changed_.notify_all();
         lock.lock();
+        ended_ = started_;
+        changed_.notify_all();
     }
 }
 

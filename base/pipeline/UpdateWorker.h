@@ -5,7 +5,9 @@
 #include "foundation/String.h"
 
 #include <condition_variable>
+#include <cstdint>
 #include <mutex>
+#include <thread>
 
 namespace tavrin::pipeline {
 
@@ -22,11 +24,12 @@ public:
     /// Asks for one run and returns at once. The thread is started with the first request, and
     /// named "_TAVRIN_" and `name`.
     void request(const String& name);
-    /// Lets the run that goes on be the last one: a run that is asked for before it ends waits for
-    /// the first request after that. A computation that looks at isStopping() ends early.
+    /// Lets the run that goes on be the last one: what is asked for before it ends waits for the
+    /// first request after that. A computation that looks at isStopping() ends early.
     void cancel();
     /// See IAsync::wait.
     bool wait();
+    /// True from cancel() or shutDown() to the next request that finds no run going on.
     bool isStopping() const;
     /// Ends the thread after the run that goes on; a request that has not started is dropped. No
     /// request may come afterwards.
@@ -34,14 +37,20 @@ public:
 
 private:
     void work(const String& name);
+    bool isPending() const { return started_ != requests_; }
+    bool isRunning() const { return ended_ != started_; }
 
     const Function<void()> update_;
     mutable std::mutex mutex_;
     std::condition_variable changed_;
-    // Guarded by mutex_, which is never held during a run.
-    bool isPending_ = false;
-    bool isStopping_ = true;  ///< cleared when the worker starts
+    // Guarded by mutex_, which is never held during a run. A run serves the requests that have come
+    // before it starts.
+    std::uint64_t requests_ = 0;  ///< that have come
+    std::uint64_t started_ = 0;   ///< of them, how many a run serves or has served
+    std::uint64_t ended_ = 0;     ///< of them, how many a run has served
+    bool isStopping_ = false;
     bool isWorking_ = false;
+    std::thread::id workingThread_;
     StandbyThread thread_;
 };
 
