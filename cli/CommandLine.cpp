@@ -83,7 +83,7 @@ image::Weight parseWeight(const String& text) {
     }
     const String kStartsOfNumbers = "+-.0123456789";
     if (kStartsOfNumbers.contains(text.substring(0, 1))) {
-        throw UsageError("The weight \"" + text + "\" is no number; \"%" + text +
+        throw UsageError("The weight \"" + text + "\" cannot be read as a number; \"%" + text +
                          "\" would be a channel.");
     }
     return text;

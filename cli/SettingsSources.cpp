@@ -8,6 +8,7 @@
 #include "services/postcore/PropertyDescriptor.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace tavrin::cli {
 namespace {
@@ -55,6 +56,25 @@ const PropertyDescriptor& findProperty(const String& nameOrId) {
     return *descriptor;
 }
 
+/// Whether a value's numbers are finite; texts, integers and switches always are.
+template <class T>
+bool isFinite(const T&) {
+    return true;
+}
+bool isFinite(float number) {
+    return std::isfinite(number);
+}
+bool isFinite(const Vec2& vector) {
+    return isFinite(vector.x) && isFinite(vector.y);
+}
+bool isFinite(const Vec3& vector) {
+    return isFinite(vector.x) && isFinite(vector.y) && isFinite(vector.z);
+}
+template <class T>
+bool isFinite(const std::vector<T>& values) {
+    return std::ranges::all_of(values, [](const T& value) { return isFinite(value); });
+}
+
 /// Reads NAME=VALUE.
 std::pair<int, Property> parseAssignment(const String& argument) {
     const std::size_t equals = argument.find("=");
@@ -65,6 +85,10 @@ std::pair<int, Property> parseAssignment(const String& argument) {
     const Result<Property> value = parseProperty(descriptor, argument.substring(equals + 1));
     if (!value) {
         throw UsageError(value.error());
+    }
+    if (!value->visit([](const auto& held) { return isFinite(held); })) {
+        throw UsageError("Property \"" + descriptor.name + "\" expects finite numbers, not \"" +
+                         argument.substring(equals + 1) + "\".");
     }
     return {descriptor.id, *value};
 }

@@ -126,7 +126,7 @@ Optional<BitmapImpl<Rgb>> LightMixOperator::mix(const Request& request) {
                 isComplete = false;
             }
         });
-    return isComplete ? Optional(std::move(sum)) : std::nullopt;
+    return isComplete ? Optional<BitmapImpl<Rgb>>(std::move(sum)) : std::nullopt;
 }
 
 bool LightMixOperator::mixPart(const Request& request, const std::vector<Light>& lights,

@@ -32,8 +32,9 @@ Optional<BitmapImpl<Rgb>> ZoomOperator::computeRgbRegion(const Request& request)
         return requestRgb(request);
     }
     const auto pixels = requestRgb(atFullResolution(request));
-    return pixels ? Optional(repeatPixels(*pixels, image::getRepeats(request.scale)))
-                  : std::nullopt;
+    return pixels
+               ? Optional<BitmapImpl<Rgb>>(repeatPixels(*pixels, image::getRepeats(request.scale)))
+               : std::nullopt;
 }
 
 Optional<BitmapImpl<float>> ZoomOperator::computeMonoRegion(const Request& request) {
@@ -41,7 +42,8 @@ Optional<BitmapImpl<float>> ZoomOperator::computeMonoRegion(const Request& reque
         return requestMono(request);
     }
     const auto values = requestMono(atFullResolution(request));
-    return values ? Optional(repeatPixels(*values, image::getRepeats(request.scale)))
+    return values ? Optional<BitmapImpl<float>>(
+                        repeatPixels(*values, image::getRepeats(request.scale)))
                   : std::nullopt;
 }
 

@@ -56,10 +56,11 @@ TEST_F(ColorMapTest, MapsEveryPixelAtItsPlaceInTheDisplayWindow) {
     EXPECT_TRUE(areIdentical(mapped, expected));
     EXPECT_EQ(mapped.at(5, 0).r, 0.0f) << "negative components count as 0";
     for (const float scale : {1.0f, 2.0f, 3.0f}) {
-        const Bucket tile = {6, 12, 30, 13};
-        const auto part = get(chain_.colorMap, {}, tile, scale);
-        for (int x = 0; x < part.getWidth(); ++x) {
-            EXPECT_EQ(part.at(x, 0), mapped.at(6 + x * int(scale), 12));
+        const auto part = get(chain_.colorMap, {}, {6, 12, 30, 24}, scale);
+        for (int y = 0; y < part.getHeight(); ++y) {
+            for (int x = 0; x < part.getWidth(); ++x) {
+                EXPECT_EQ(part.at(x, y), mapped.at(6 + x * int(scale), 12 + y * int(scale)));
+            }
         }
     }
 }
@@ -108,6 +109,9 @@ TEST_F(ColorMapTest, ProblemsOfTheMappingAreWarningsOfTheLoad) {
     get(chain_.colorMap, {}, whole_, 1.0f);
     get(chain_.colorMap, {}, whole_, 1.0f);
     EXPECT_EQ(test_.takeWarnings().size(), 1u);
+    chain_.colorMap.updateColorMappingContext();
+    get(chain_.colorMap, {}, whole_, 1.0f);
+    EXPECT_EQ(test_.takeWarnings().size(), 1u) << "the context is another one";
 }
 
 }  // namespace

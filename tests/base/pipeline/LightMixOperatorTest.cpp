@@ -91,6 +91,11 @@ TEST_F(LightMix, IsBlackWithoutLights) {
     EXPECT_EQ(mix_.getElements(), test_.chain.load.getElements());
 }
 
+TEST(LightMixWithoutImage, IsNotAnswered) {
+    TestChain test;
+    EXPECT_FALSE(test.chain.zoom.provideRgbRegion(kLightMixInteractive, windowOf(4, 4), 1.0f));
+}
+
 TEST_F(LightMix, IsTheLastElement) {
     const auto elements = mix_.getElements();
     EXPECT_EQ(elements.size(), test_.chain.load.getElements().size() + 1);
@@ -125,7 +130,8 @@ public:
 
 private:
     Optional<BitmapImpl<Rgb>> computeRgbRegion(const Request& request) override {
-        return request.element == available ? Optional(BitmapImpl<Rgb>(width, 8)) : std::nullopt;
+        return request.element == available ? Optional<BitmapImpl<Rgb>>(BitmapImpl<Rgb>(width, 8))
+                                            : std::nullopt;
     }
     Optional<BitmapImpl<float>> computeMonoRegion(const Request&) override { return {}; }
 };

@@ -136,10 +136,12 @@ TEST_F(LoadOperatorTest, ObserversOfTheSettingsMayAskForTheImage) {
 
 TEST_F(LoadOperatorTest, RegionsOutsideOfTheImageAreNotAnswered) {
     ASSERT_EQ(test_.load({"one.exr"}), "");
-    for (const Bucket& region :
-         {Bucket{0, 0, 5, 1}, Bucket{-1, 0, 1, 1}, Bucket{0, 2, 1, 4}, Bucket{8, 8, 9, 9}}) {
+    test_.settings().set(383, true);
+    for (const Bucket& region : {Bucket{0, 0, 5, 1}, Bucket{-1, 0, 1, 1}, Bucket{0, 2, 1, 4},
+                                 Bucket{8, 8, 9, 9}, Bucket{-2000000000, 0, 2000000000, 1}}) {
         EXPECT_FALSE(load_.provideRgbRegion({}, region, 1.0f));
         EXPECT_FALSE(load_.provideMonoRegion("A", region, 1.0f));
+        EXPECT_FALSE(test_.chain.zoom.provideRgbRegion({}, region, 2.0f));
     }
     EXPECT_FALSE(load_.provideRgbRegion("None", windowOf(1, 1), 1.0f));
     EXPECT_FALSE(load_.provideMonoRegion("None", windowOf(1, 1), 1.0f));

@@ -63,6 +63,18 @@ TEST_F(Merge, ImagesThatDoNotSuitTheFirstAreNamed) {
     EXPECT_EQ(getValue(), 2.0f) << "what was there";
 }
 
+TEST_F(Merge, WeightsThatCannotBeMeantAreRefused) {
+    const std::vector<std::pair<std::vector<Weight>, std::string>> cases = {
+        {{-1.0f}, "A weight of -1 makes no sense: it is 0 or more."},
+        {{1.0f, NAN}, "A weight of nan makes no sense: it is 0 or more."},
+        {{0.0f}, "No image would be left to merge: all weights are 0."},
+        {{String("R")}, "Channel \"R\" cannot hold pixel weights: it is one of the beauty."},
+    };
+    for (const auto& [weights, error] : cases) {
+        EXPECT_EQ(test_.load({"a", "b"}, weights), error);
+    }
+}
+
 TEST_F(Merge, TellsHowFarItIs) {
     std::vector<float> told;
     test_.chain.load.onProgress = [&told](float part) { told.push_back(part); };

@@ -145,6 +145,9 @@ TEST_F(OperatorFramework, RequestsWithoutAMeaningAreNotAnswered) {
          std::vector<std::pair<Bucket, float>>{{{0, 0, 0, 1}, 1.0f},
                                                {{0, 2, 1, 1}, 1.0f},
                                                {windowOf(1, 1), 0.0f},
+                                               {windowOf(3, 1), 1.0f},
+                                               {windowOf(1, 1), 1e-30f},
+                                               {windowOf(1, 1), 1e30f},
                                                {windowOf(1, 1), -1.0f},
                                                {windowOf(1, 1), NAN},
                                                {windowOf(1, 1), INFINITY}}) {

@@ -19,9 +19,10 @@ TEST(PipelineConcurrency, RegionsAreOfOneImageWhileLoadsReplaceIt) {
     ASSERT_EQ(test.load({"small"}), "");
     test.settings().set(383, true);
     std::atomic<bool> isDone = false;
+    std::atomic<int> answers = 0;
     std::vector<std::thread> readers;
     for (int i = 0; i < 3; ++i) {
-        readers.emplace_back([&test, &isDone, i] {
+        readers.emplace_back([&, i] {
             while (!isDone) {
                 const Bucket window = test.chain.zoom.getDataWindow();
                 const auto colors = test.chain.zoom.provideRgbRegion(
@@ -29,6 +30,7 @@ TEST(PipelineConcurrency, RegionsAreOfOneImageWhileLoadsReplaceIt) {
                 if (!colors) {
                     continue;  // it was the window of another image
                 }
+                ++answers;
                 // Every pixel but those that sharpening mixes with neighbours is the same.
                 const auto pixels = colors->pixels();
                 EXPECT_TRUE(std::ranges::all_of(
@@ -42,6 +44,40 @@ TEST(PipelineConcurrency, RegionsAreOfOneImageWhileLoadsReplaceIt) {
     }
     isDone = true;
     std::ranges::for_each(readers, &std::thread::join);
+    EXPECT_GT(answers, 0);
+}
+
+TEST(PipelineConcurrency, AMixIsOfTheLightsAndAlphaOfOneImage) {
+    const auto makeLit = [](float value) {
+        return [value] {
+            auto image = makeRender(windowOf(16, 12), 1);
+            for (const auto& [name, item] : image.getChannels()) {
+                std::ranges::fill(image.getChannel<float>(name).getValues(), value);
+            }
+            return image;
+        };
+    };
+    TestChain test;
+    test.setFile("dark", makeLit(0.25f));
+    test.setFile("bright", makeLit(2.0f));
+    ASSERT_EQ(test.load({"dark"}), "");
+    std::atomic<bool> isDone = false;
+    std::atomic<int> mixed = 0;
+    std::thread reader([&] {
+        while (!isDone) {
+            const auto mix =
+                test.chain.includeAlpha.provideRgbRegion(kLightMixInteractive, windowOf(16, 12), 1);
+            const Rgb pixel = mix->at(3, 3);
+            // Four lights of the value that alpha has, too.
+            mixed += pixel.r != 4.0f * pixel.a;
+        }
+    });
+    for (int i = 0; i < 300; ++i) {
+        EXPECT_EQ(test.load({i % 2 == 0 ? "bright" : "dark"}), "");
+    }
+    isDone = true;
+    reader.join();
+    EXPECT_EQ(mixed, 0);
 }
 
 TEST(PipelineConcurrency, SettingsAreWrittenDuringLightMixRequests) {
@@ -79,10 +115,10 @@ TEST(PipelineConcurrency, AnOperatorEndsAfterTheLoadThatGoesOn) {
     std::atomic<bool> hasEnded = false;
     settings::Settings settings;
     colorkit::ColorMapping colorMapping;
-    std::thread release;
     {
         DisplayChain chain(settings, colorMapping);
-        chain.load.setLoader([&](const Path&) {
+        chain.load.setLoader([&](const Path& path) {
+            EXPECT_EQ(path.native(), "a") << "the pending load is dropped";
             started.release();
             std::this_thread::sleep_for(std::chrono::milliseconds(50));
             hasEnded = true;

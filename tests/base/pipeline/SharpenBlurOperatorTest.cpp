@@ -1,4 +1,5 @@
 #include "base/image/RegionSampling.h"
+#include "services/postcore/sharpening/Sharpening.h"
 #include "tests/base/pipeline/TestChain.h"
 
 #include <gtest/gtest.h>
@@ -44,6 +45,14 @@ RC_GTEST_FIXTURE_PROP(SharpenBlur, TilesAreThoseOfTheWhole, ()) {
     const Bucket region = {x0 * scale, y0 * scale, std::min(tile.x1 * scale, kWindow.x1),
                            std::min(tile.y1 * scale, kWindow.y1)};
     RC_ASSERT(areIdentical(get(region, float(scale)), crop(get(kWindow, float(scale)), tile)));
+}
+
+TEST_F(SharpenBlur, FiltersByTheSettings) {
+    postcore::Sharpening filter;
+    filter.initialize(true, 1.5f, 1.2f, 0.8f, 1.0f);
+    auto expected = getInput(kWindow, 2.0f);
+    filter.apply({}, expected, 2, false);
+    EXPECT_TRUE(areIdentical(get(kWindow, 2.0f), expected));
 }
 
 TEST_F(SharpenBlur, HasTheInputsSizeAtEveryScale) {

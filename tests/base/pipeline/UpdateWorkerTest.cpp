@@ -33,6 +33,7 @@ protected:
     ~UpdateWorkerTest() override { worker_.shutDown(); }
 
     Gate gate_;
+    std::atomic<bool> hasServed_ = false;
     UpdateWorker worker_{[this] { gate_.run(); }};
 };
 
@@ -59,12 +60,40 @@ TEST_F(UpdateWorkerTest, ACancelledWorkerRunsAgainWithTheNextRequest) {
     worker_.request("Test");
     EXPECT_FALSE(worker_.wait()) << "the request waits for a later one";
     gate_.letEnd(8);
-    // Ends when a request has found the worker idle, and started it.
+    // Ends when a request has found no run going on.
     while (gate_.count < 2) {
         worker_.request("Test");
     }
-    EXPECT_TRUE(worker_.wait());
     EXPECT_FALSE(worker_.isStopping());
+}
+
+TEST_F(UpdateWorkerTest, ARequestAfterTheCancelOfAnIdleWorkerRuns) {
+    gate_.letEnd(1000);
+    worker_.request("Test");
+    for (int count = 2; count < 50; ++count) {
+        while (!worker_.wait() || gate_.count < count - 1) {
+            std::this_thread::yield();
+        }
+        worker_.cancel();
+        worker_.request("Test");
+        worker_.wait();
+    }
+}
+
+TEST_F(UpdateWorkerTest, WaitingEndsWithTheRunThatServesTheRequest) {
+    worker_.request("Test");
+    gate_.waitForStart();
+    worker_.request("Test");
+    std::thread release([this] {
+        gate_.letEnd();
+        gate_.waitForStart();
+        std::this_thread::sleep_for(std::chrono::milliseconds(20));
+        hasServed_ = true;
+        gate_.letEnd();
+    });
+    EXPECT_TRUE(worker_.wait());
+    EXPECT_TRUE(hasServed_);
+    release.join();
 }
 
 TEST_F(UpdateWorkerTest, EndsAfterTheRunThatGoesOn) {
