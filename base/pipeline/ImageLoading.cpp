@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <cmath>
 #include <future>
+#include <utility>
 
 namespace tavrin::pipeline {
 namespace {
@@ -34,6 +35,15 @@ void checkHasWeights(const ChannelImage& image, const Weight& weight, const Path
             "required. For this purpose mergeable images store a special weight channel defining a "
             "weight of each pixel of the image. By default Orvix Tavrin names this channel \"" +
             image::kWeightsElement + "\".");
+    }
+}
+
+void addImage(image::Accumulator& accumulator, const Weight& weight, const ChannelImage& image,
+              const Path& path) {
+    try {
+        accumulator.add(weight, image);
+    } catch (const Exception& exception) {
+        throw Exception(image::makeFileMessage(exception.message(), path));
     }
 }
 
@@ -93,28 +103,27 @@ ChannelImage loadImage(const Loader& loader, const Path& path) {
 
 ChannelImage loadMerged(const Loader& loader, const std::vector<Path>& paths,
                         const std::vector<Weight>& weights, const MergeReport& report) {
-    const auto startLoading = [&](std::size_t index) {
-        return std::async(std::launch::async,
-                          [&loader, &path = paths[index]] { return loadImage(loader, path); });
+    std::vector<String> warnings;
+    image::Accumulator accumulator(image::kWeightsElement,
+                                   [&](const String& text) { warnings.push_back(text); });
+    std::future<void> adding;
+    const auto finishAdding = [&](std::size_t count) {
+        adding.get();
+        std::ranges::for_each(std::exchange(warnings, {}), report.onWarning);
+        report.onProgress(static_cast<float>(count) / static_cast<float>(paths.size()));
     };
-    image::Accumulator accumulator(image::kWeightsElement, report.onWarning);
-    std::future<ChannelImage> next = startLoading(0);
     for (std::size_t i = 0; i < paths.size(); ++i) {
-        const ChannelImage image = next.get();
-        if (i + 1 < paths.size()) {
-            next = startLoading(i + 1);
-        }
+        ChannelImage image = loadImage(loader, paths[i]);
         if (i > 0) {
+            finishAdding(i);
             checkFits(image, accumulator.getImage(), paths[i]);
         }
         checkHasWeights(image, weights[i], paths[i]);
-        try {
-            accumulator.add(weights[i], image);
-        } catch (const Exception& exception) {
-            throw Exception(image::makeFileMessage(exception.message(), paths[i]));
-        }
-        report.onProgress(static_cast<float>(i + 1) / static_cast<float>(paths.size()));
+        adding = std::async(std::launch::async, [&, i, image = std::move(image)] {
+            addImage(accumulator, weights[i], image, paths[i]);
+        });
     }
+    finishAdding(paths.size());
     accumulator.finish();
     return accumulator.takeImage();
 }

@@ -29,9 +29,9 @@ std::vector<image::Weight> normalizeWeights(std::vector<image::Weight> weights,
 /// Loads an image. Throws an Exception that names the file.
 image::ChannelImage loadImage(const Loader& loader, const Path& path);
 
-/// Loads images of the same frame and merges them, each with its weight. The next file is read, on
-/// another thread, while one is added; no more than two are in memory beside the sum. Throws an
-/// Exception when a file cannot be loaded or does not suit the first one.
+/// Loads images of the same frame and merges them, each with its weight. One is added, on
+/// another thread, while the next file is read; no more than two are in memory beside the sum.
+/// Throws an Exception when a file cannot be loaded or does not suit the first one.
 image::ChannelImage loadMerged(const Loader& loader, const std::vector<Path>& paths,
                                const std::vector<image::Weight>& weights,
                                const MergeReport& report);

@@ -182,11 +182,11 @@ void LoadOperator::update() {
             job = requested_;
         }
         install(perform(std::move(job)));
-        // Of the image before, and of the images that have been merged.
-        platform::releaseUnusedPixelMemory();
         updateSettings(settings::allPropertyIds());
         return String();
     });
+    // Of the image before and of the images that have been merged. Nobody needs to wait for it.
+    platform::releaseUnusedPixelMemory();
 }
 
 LoadOperator::Loaded LoadOperator::perform(Job job) const {
