@@ -4,16 +4,12 @@
 #include "bench/PairedRuns.h"
 #include "foundation/Scheduler.h"
 #include "services/postcore/PostProcessData.h"
+#include "services/postcore/PropertyIds.h"
 
 #include <algorithm>
 
 namespace tavrin::bench {
 namespace {
-
-// Ids of settings.
-constexpr int kSharpenAmount = 379;
-constexpr int kSharpenRadius = 380;
-constexpr int kBlurRadius = 382;
 
 /// Adds a light to pixels of a mix.
 void addLight(std::span<const Rgb> light, colorkit::Spectrum factors, Rgb* sum) {
@@ -58,7 +54,8 @@ DisplayPieces::DisplayPieces(SharedPtr<const image::ChannelImage> image,
         postcore::getCommonColorMappingContext(postcore::getPostProcessData(settings, size, {})),
         size);
     const auto get = [&](int id) { return settings.get(id).get<float>(); };
-    sharpening_.initialize(true, get(kSharpenAmount), get(kSharpenRadius), get(kBlurRadius), 1.0f);
+    sharpening_.initialize(true, get(postcore::kSharpenAmountId), get(postcore::kSharpenRadiusId),
+                           get(postcore::kBlurRadiusId), 1.0f);
 }
 
 BitmapImpl<Rgb> DisplayPieces::show(const Bucket& region, float viewScale) {

@@ -6,6 +6,7 @@
 // the temporary folder first.
 
 #include "bench/BenchImages.h"
+#include "bench/FileBenchmarks.h"
 #include "bench/PairedRuns.h"
 #include "foundation/Scheduler.h"
 #include "foundation/platform/Memory.h"
@@ -20,7 +21,6 @@
 #include <benchmark/benchmark.h>
 
 #include <cstring>
-#include <iostream>
 #include <map>
 #include <memory>
 #include <string>
@@ -159,23 +159,12 @@ void registerBenchmarks(const std::string& file) {
 }  // namespace tavrin::bench
 
 int main(int argumentCount, char** arguments) {
-    benchmark::Initialize(&argumentCount, arguments);
-    Imf::setGlobalThreadCount(tavrin::Scheduler::getThreadCount());
-    try {
-        std::vector<std::string> files(arguments + 1, arguments + argumentCount);
-        std::string ownFile;
-        if (files.empty()) {
-            ownFile = tavrin::bench::writeLargeFile();
-            files.push_back(ownFile);
-        }
-        for (const std::string& file : files) {
-            tavrin::bench::registerBenchmarks(file);
-        }
-        benchmark::RunSpecifiedBenchmarks();
-        std::filesystem::remove(ownFile);
-        return 0;
-    } catch (const std::exception& exception) {
-        std::cerr << tavrin::exceptionToString(exception).toUtf8() << '\n';
-        return 1;
-    }
+    using namespace tavrin::bench;
+    return runFileBenchmarks(
+        argumentCount, arguments, [] { return std::vector{writeLargeFile()}; },
+        [](const std::vector<std::string>& files) {
+            for (const std::string& file : files) {
+                registerBenchmarks(file);
+            }
+        });
 }

@@ -9,16 +9,16 @@
 #include "base/pipeline/DisplayChain.h"
 #include "bench/BenchImages.h"
 #include "bench/DisplayPieces.h"
+#include "bench/FileBenchmarks.h"
 #include "bench/PairedRuns.h"
 #include "foundation/Scheduler.h"
+#include "services/postcore/PropertyIds.h"
 
-#include <ImfThreading.h>
 #include <benchmark/benchmark.h>
 
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <iostream>
 #include <memory>
 #include <string>
 #include <vector>
@@ -34,11 +34,6 @@ constexpr Bucket k4K{0, 0, 3840, 2160};
 constexpr int kLightCount = 8;
 constexpr int kPairs = 31;
 const String kBeauty;
-
-// Ids of settings.
-constexpr int kLightColors = 362;
-constexpr int kLightIntensities = 363;
-constexpr int kSharpenBlurEnabled = 383;
 
 String numbered(const char* name, int number) {
     return name + String::fromUtf8(std::to_string(number));
@@ -116,9 +111,9 @@ public:
                  colorkit::linearSrgbToReflectance(
                      {color.x * intensity, color.y * intensity, color.z * intensity})});
         }
-        settings().set(kLightColors, colors);
-        settings().set(kLightIntensities, intensities);
-        settings().set(kSharpenBlurEnabled, true);
+        settings().set(postcore::kLightMixColorId, colors);
+        settings().set(postcore::kLightMixIntensityId, intensities);
+        settings().set(postcore::kSharpenBlurEnabledId, true);
     }
 
     const std::vector<DisplayPieces::Light>& getLights() const { return lights_; }
@@ -316,23 +311,6 @@ void registerBenchmarks(const std::vector<std::string>& parts) {
 }  // namespace tavrin::bench
 
 int main(int argumentCount, char** arguments) {
-    benchmark::Initialize(&argumentCount, arguments);
-    Imf::setGlobalThreadCount(tavrin::Scheduler::getThreadCount());
-    try {
-        std::vector<std::string> parts(arguments + 1, arguments + argumentCount);
-        std::vector<std::string> ownParts;
-        if (parts.empty()) {
-            ownParts = tavrin::bench::writeParts();
-            parts = ownParts;
-        }
-        tavrin::bench::registerBenchmarks(parts);
-        benchmark::RunSpecifiedBenchmarks();
-        for (const std::string& file : ownParts) {
-            std::filesystem::remove(file);
-        }
-        return 0;
-    } catch (const std::exception& exception) {
-        std::cerr << tavrin::exceptionToString(exception).toUtf8() << '\n';
-        return 1;
-    }
+    return tavrin::bench::runFileBenchmarks(argumentCount, arguments, tavrin::bench::writeParts,
+                                            tavrin::bench::registerBenchmarks);
 }

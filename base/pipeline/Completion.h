@@ -11,8 +11,9 @@
 namespace tavrin::pipeline {
 
 /// Lets a thread wait for the end of a computation of an asynchronous operator, for programs that
-/// have nothing else to do meanwhile. Takes over the operator's onFinish and onError; may end while
-/// the operator still computes.
+/// have nothing else to do meanwhile. Takes over the operator's onFinish and onError: there is one
+/// for each operator, made before its first computation. It may end while the operator still
+/// computes.
 class Completion {
 public:
     template <class Operator>

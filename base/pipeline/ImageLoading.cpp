@@ -103,7 +103,7 @@ ChannelImage loadImage(const Loader& loader, const Path& path) {
 
 ChannelImage loadMerged(const Loader& loader, const std::vector<Path>& paths,
                         const std::vector<Weight>& weights, const MergeReport& report) {
-    std::vector<String> warnings;
+    std::vector<String> warnings;  // of the image that is being added
     image::Accumulator accumulator(image::kWeightsElement,
                                    [&](const String& text) { warnings.push_back(text); });
     std::future<void> adding;

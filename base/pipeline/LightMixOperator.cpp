@@ -2,6 +2,7 @@
 
 #include "base/image/RegionSampling.h"
 #include "foundation/Scheduler.h"
+#include "services/postcore/PropertyIds.h"
 
 #include <algorithm>
 #include <atomic>
@@ -14,10 +15,6 @@ using colorkit::Spectrum;
 using image::ElementInfo;
 using image::RegionRows;
 using postcore::RenderElementFlag;
-
-constexpr int kEnabledId = 381;
-constexpr int kIntensityId = 363;
-constexpr int kColorId = 362;
 
 // Rows of the mix are made in parts of about so many pixels: what one light gives of a part is
 // still in the cache of the processor when it is added.
@@ -94,9 +91,10 @@ Optional<BitmapImpl<Rgb>> LightMixOperator::computeRgbRegion(const Request& requ
 }
 
 std::vector<LightMixOperator::Light> LightMixOperator::getLightsInMix() const {
-    const auto enabled = settings().get(kEnabledId).get<std::vector<bool>>();
-    const auto intensities = settings().get(kIntensityId).get<std::vector<float>>();
-    const auto colors = settings().get(kColorId).get<std::vector<Vec3>>();
+    const auto enabled = settings().get(postcore::kLightMixEnabledId).get<std::vector<bool>>();
+    const auto intensities =
+        settings().get(postcore::kLightMixIntensityId).get<std::vector<float>>();
+    const auto colors = settings().get(postcore::kLightMixColorId).get<std::vector<Vec3>>();
     std::vector<Light> lights;
     const std::vector<ElementInfo> elements = getLightElements();
     for (std::size_t i = 0; i < elements.size(); ++i) {

@@ -1,6 +1,7 @@
 #include "base/pipeline/SharpenBlurOperator.h"
 
 #include "base/image/RegionSampling.h"
+#include "services/postcore/PropertyIds.h"
 #include "services/postcore/sharpening/Sharpening.h"
 
 #include <algorithm>
@@ -11,14 +12,11 @@ namespace {
 using postcore::ImageOperatorsFlag;
 
 postcore::Sharpening makeFilter(const settings::Settings& settings) {
-    constexpr int kEnabled = 383;
-    constexpr int kAmount = 379;
-    constexpr int kSharpenRadius = 380;
-    constexpr int kBlurRadius = 382;
     const auto getFloat = [&settings](int id) { return settings.get(id).get<float>(); };
     postcore::Sharpening filter;
-    filter.initialize(settings.get(kEnabled).get<bool>(), getFloat(kAmount),
-                      getFloat(kSharpenRadius), getFloat(kBlurRadius), 1.0f);
+    filter.initialize(settings.get(postcore::kSharpenBlurEnabledId).get<bool>(),
+                      getFloat(postcore::kSharpenAmountId), getFloat(postcore::kSharpenRadiusId),
+                      getFloat(postcore::kBlurRadiusId), 1.0f);
     return filter;
 }
 

@@ -1,5 +1,7 @@
 #include "services/postcore/PostProcessData.h"
 
+#include "services/postcore/PropertyIds.h"
+
 namespace tavrin::postcore {
 
 PostProcessData getPostProcessData(const ISettings& settings) {
@@ -8,12 +10,10 @@ PostProcessData getPostProcessData(const ISettings& settings) {
 
 PostProcessData getPostProcessData(const ISettings& settings, Pixel displaySize,
                                    const CameraData& camera) {
-    constexpr int kIso = 341;
-    constexpr int kShutterSpeed = 342;
-    constexpr int kFStop = 343;
     const auto getFloat = [&settings](int id) { return settings.get(id).get<float>(); };
     PostProcessData data{camera, displaySize};
-    data.camera.exposure = {getFloat(kIso), getFloat(kShutterSpeed), getFloat(kFStop)};
+    data.camera.exposure = {getFloat(kCameraIsoId), getFloat(kCameraShutterSpeedId),
+                            getFloat(kCameraFStopId)};
     return data;
 }
 

@@ -1,6 +1,7 @@
 #include "services/colorkit/Pipeline.h"
 #include "services/colorkit/PipelineText.h"
 #include "services/postcore/PostProcessData.h"
+#include "services/postcore/PropertyIds.h"
 #include "tests/base/pipeline/TestChain.h"
 
 #include <gtest/gtest.h>
@@ -97,7 +98,7 @@ TEST_F(ColorMapTest, MeasuresBehindAnOperator) {
 TEST_F(ColorMapTest, TheCameraOfTheSettingsTakesPart) {
     setPipeline(R"({"version":1,"operators":[{"type":"PhotographicExposure"}]})");
     const auto before = get(chain_.colorMap, {}, whole_, 1.0f);
-    test_.settings().set(341, 400.0f);
+    test_.settings().set(postcore::kCameraIsoId, 400.0f);
     EXPECT_GT(get(chain_.colorMap, {}, whole_, 1.0f).at(1, 1).g, before.at(1, 1).g);
     EXPECT_EQ(test_.colorMapping.getContext().iso, 100.0f);
     chain_.colorMap.updateColorMappingContext();

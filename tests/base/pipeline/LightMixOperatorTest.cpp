@@ -1,5 +1,6 @@
 #include "base/image/RegionSampling.h"
 #include "foundation/Scheduler.h"
+#include "services/postcore/PropertyIds.h"
 #include "tests/base/pipeline/TestChain.h"
 
 #include <gtest/gtest.h>
@@ -10,9 +11,6 @@ namespace {
 
 using image::kLightMixInteractive;
 
-constexpr int kEnabled = 381;
-constexpr int kIntensity = 363;
-constexpr int kColor = 362;
 constexpr Bucket kWindow = {0, 0, 397, 361};  // large enough to be mixed in parts
 
 class LightMix : public testing::Test {
@@ -68,9 +66,9 @@ RC_GTEST_FIXTURE_PROP(LightMix, TilesAreThoseOfTheWhole, ()) {
 }
 
 TEST_F(LightMix, ObeysTheSettings) {
-    test_.settings().set(kEnabled, std::vector<bool>{true, false});
-    test_.settings().set(kIntensity, std::vector<float>{0.5f, 9.0f, 2.0f});
-    test_.settings().set(kColor, std::vector<Vec3>{{1, 0.5f, 0}});
+    test_.settings().set(postcore::kLightMixEnabledId, std::vector<bool>{true, false});
+    test_.settings().set(postcore::kLightMixIntensityId, std::vector<float>{0.5f, 9.0f, 2.0f});
+    test_.settings().set(postcore::kLightMixColorId, std::vector<Vec3>{{1, 0.5f, 0}});
     const auto expected =
         getSum(kWindow, 1.0f, {{0.5f, 0.25f, 0}, {0, 0, 0}, {2, 2, 2}, {1, 1, 1}});
     const auto mix = getMix();
@@ -82,7 +80,7 @@ TEST_F(LightMix, ObeysTheSettings) {
 }
 
 TEST_F(LightMix, IsBlackWithoutLights) {
-    test_.settings().set(kEnabled, std::vector<bool>(4, false));
+    test_.settings().set(postcore::kLightMixEnabledId, std::vector<bool>(4, false));
     const auto black = getSum(kWindow, 2.0f, {});
     EXPECT_TRUE(areIdentical(getMix(kWindow, 2.0f), black));
     test_.setFile("dark", [] { return makeConstant(kWindow, "", 1.0f); });
@@ -146,7 +144,7 @@ TEST_F(LightMix, IsNotAnsweredWhenALightIsNot) {
         EXPECT_FALSE(mix_.provideRgbRegion(kLightMixInteractive, windowOf(8, 8), 1.0f));
     }
     source.width = 8;
-    test_.settings().set(kEnabled, std::vector<bool>{true, false});
+    test_.settings().set(postcore::kLightMixEnabledId, std::vector<bool>{true, false});
     EXPECT_TRUE(mix_.provideRgbRegion(kLightMixInteractive, windowOf(8, 8), 1.0f))
         << "lights that are off are not asked for";
 }

@@ -1,4 +1,5 @@
 #include "services/colorkit/Pipeline.h"
+#include "services/postcore/PropertyIds.h"
 #include "tests/base/pipeline/TestChain.h"
 
 #include <gmock/gmock.h>
@@ -10,8 +11,6 @@ namespace {
 using image::ChannelImage;
 using testing::ElementsAre;
 using testing::StartsWith;
-
-constexpr int kAmount = 379;
 
 class LoadOperatorTest : public testing::Test {
 protected:
@@ -68,7 +67,7 @@ TEST_F(LoadOperatorTest, AFailureLeavesWhatWasThere) {
         return image;
     });
     ASSERT_EQ(test_.load({"one.exr"}), "");
-    test_.settings().set(kAmount, 3.0f);
+    test_.settings().set(postcore::kSharpenAmountId, 3.0f);
     const std::int64_t revision = load_.getRevision();
     const std::vector<std::pair<std::vector<String>, std::string>> cases = {
         {{}, "At least one input image path is expected."},
@@ -83,7 +82,7 @@ TEST_F(LoadOperatorTest, AFailureLeavesWhatWasThere) {
         EXPECT_THAT(test_.load(files), StartsWith(error));
         EXPECT_EQ(load_.getRevision(), revision);
         EXPECT_EQ(getValue(), 1.0f);
-        EXPECT_EQ(test_.settings().get(kAmount).get<float>(), 3.0f);
+        EXPECT_EQ(test_.settings().get(postcore::kSharpenAmountId).get<float>(), 3.0f);
     }
     EXPECT_THAT(load_.getLoadedPaths(), ElementsAre(Path(String("one.exr"))));
 }
@@ -114,9 +113,9 @@ TEST_F(LoadOperatorTest, TakesSettingsFromTheImage) {
         image.setAttribute("tavrin.cm.pipeline", String("no pipeline"));
         return image;
     });
-    test_.settings().set(kAmount, 3.0f);
+    test_.settings().set(postcore::kSharpenAmountId, 3.0f);
     ASSERT_EQ(test_.load({"set.exr"}), "");
-    EXPECT_EQ(test_.settings().get(kAmount).get<float>(), 1.0f) << "the default";
+    EXPECT_EQ(test_.settings().get(postcore::kSharpenAmountId).get<float>(), 1.0f) << "the default";
     EXPECT_FALSE(test_.colorMapping.isEnabled());
     EXPECT_TRUE(colorkit::arePipelinesSame(test_.colorMapping.getPipeline(),
                                            colorkit::createDefaultPipeline()));
@@ -128,15 +127,16 @@ TEST_F(LoadOperatorTest, TakesSettingsFromTheImage) {
 TEST_F(LoadOperatorTest, ObserversOfTheSettingsMayAskForTheImage) {
     std::size_t elements = 0;
     const auto observer = test_.settings().addObserver(
-        kAmount, [&](int, const postcore::Property&) { elements = load_.getElements().size(); });
-    test_.settings().set(kAmount, 3.0f);
+        postcore::kSharpenAmountId,
+        [&](int, const postcore::Property&) { elements = load_.getElements().size(); });
+    test_.settings().set(postcore::kSharpenAmountId, 3.0f);
     ASSERT_EQ(test_.load({"one.exr"}), "");
     EXPECT_EQ(elements, 2u);
 }
 
 TEST_F(LoadOperatorTest, RegionsOutsideOfTheImageAreNotAnswered) {
     ASSERT_EQ(test_.load({"one.exr"}), "");
-    test_.settings().set(383, true);
+    test_.settings().set(postcore::kSharpenBlurEnabledId, true);
     for (const Bucket& region : {Bucket{0, 0, 5, 1}, Bucket{-1, 0, 1, 1}, Bucket{0, 2, 1, 4},
                                  Bucket{8, 8, 9, 9}, Bucket{-2000000000, 0, 2000000000, 1}}) {
         EXPECT_FALSE(load_.provideRgbRegion({}, region, 1.0f));

@@ -1,3 +1,4 @@
+#include "services/postcore/PropertyIds.h"
 #include "tests/base/pipeline/TestChain.h"
 
 #include <gtest/gtest.h>
@@ -17,7 +18,7 @@ TEST(PipelineConcurrency, RegionsAreOfOneImageWhileLoadsReplaceIt) {
     test.setFile("small", [] { return makeConstant(windowOf(40, 30), "", 0.25f); });
     test.setFile("large", [] { return makeConstant(windowOf(80, 60), "", 0.5f); });
     ASSERT_EQ(test.load({"small"}), "");
-    test.settings().set(383, true);
+    test.settings().set(postcore::kSharpenBlurEnabledId, true);
     std::atomic<bool> isDone = false;
     std::atomic<int> answers = 0;
     std::vector<std::thread> readers;
@@ -62,12 +63,15 @@ TEST(PipelineConcurrency, AMixIsOfTheLightsAndAlphaOfOneImage) {
     test.setFile("bright", makeLit(2.0f));
     ASSERT_EQ(test.load({"dark"}), "");
     std::atomic<bool> isDone = false;
+    std::atomic<int> answers = 0;
     std::atomic<int> mixed = 0;
     std::thread reader([&] {
         while (!isDone) {
             const auto mix =
                 test.chain.includeAlpha.provideRgbRegion(kLightMixInteractive, windowOf(16, 12), 1);
+            ASSERT_TRUE(mix);
             const Rgb pixel = mix->at(3, 3);
+            ++answers;
             // Four lights of the value that alpha has, too.
             mixed += pixel.r != 4.0f * pixel.a;
         }
@@ -77,6 +81,7 @@ TEST(PipelineConcurrency, AMixIsOfTheLightsAndAlphaOfOneImage) {
     }
     isDone = true;
     reader.join();
+    EXPECT_GT(answers, 0);
     EXPECT_EQ(mixed, 0);
 }
 
@@ -84,7 +89,7 @@ TEST(PipelineConcurrency, SettingsAreWrittenDuringLightMixRequests) {
     TestChain test;
     test.setFile("render", [] { return makeRender(windowOf(64, 48), 1); });
     ASSERT_EQ(test.load({"render"}), "");
-    test.settings().set(363, std::vector<float>(4, 1.0f));
+    test.settings().set(postcore::kLightMixIntensityId, std::vector<float>(4, 1.0f));
     const auto single =
         test.chain.lightMix.provideRgbRegion(kLightMixInteractive, windowOf(64, 48), 1.0f);
     std::atomic<bool> isDone = false;
@@ -92,7 +97,7 @@ TEST(PipelineConcurrency, SettingsAreWrittenDuringLightMixRequests) {
     for (const float factor : {0.5f, 2.0f}) {
         writers.emplace_back([&test, &isDone, factor] {
             while (!isDone) {
-                test.settings().set(363, std::vector<float>(4, factor));
+                test.settings().set(postcore::kLightMixIntensityId, std::vector<float>(4, factor));
             }
         });
     }

@@ -1,4 +1,5 @@
 #include "base/image/RegionSampling.h"
+#include "services/postcore/PropertyIds.h"
 #include "services/postcore/sharpening/Sharpening.h"
 #include "tests/base/pipeline/TestChain.h"
 
@@ -18,10 +19,10 @@ protected:
         set(true, 1.5f, 1.2f, 0.8f);
     }
     void set(bool enabled, float amount, float radius, float blurRadius) {
-        test_.settings().set(383, enabled);
-        test_.settings().set(379, amount);
-        test_.settings().set(380, radius);
-        test_.settings().set(382, blurRadius);
+        test_.settings().set(postcore::kSharpenBlurEnabledId, enabled);
+        test_.settings().set(postcore::kSharpenAmountId, amount);
+        test_.settings().set(postcore::kSharpenRadiusId, radius);
+        test_.settings().set(postcore::kBlurRadiusId, blurRadius);
     }
     BitmapImpl<Rgb> get(const Bucket& region, float scale, const String& element = {}) {
         return *test_.chain.sharpenBlur.provideRgbRegion(element, region, scale);

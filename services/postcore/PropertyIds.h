@@ -1,0 +1,17 @@
+#pragma once
+
+namespace tavrin::postcore {
+
+// Ids of properties that code reads by itself. PropertyTable.cpp says what each of them is.
+inline constexpr int kCameraIsoId = 341;
+inline constexpr int kCameraShutterSpeedId = 342;
+inline constexpr int kCameraFStopId = 343;
+inline constexpr int kLightMixColorId = 362;
+inline constexpr int kLightMixIntensityId = 363;
+inline constexpr int kLightMixEnabledId = 381;
+inline constexpr int kSharpenAmountId = 379;
+inline constexpr int kSharpenRadiusId = 380;
+inline constexpr int kBlurRadiusId = 382;
+inline constexpr int kSharpenBlurEnabledId = 383;
+
+}  // namespace tavrin::postcore
