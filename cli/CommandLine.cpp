@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <iostream>
+#include <map>
 
 namespace tavrin::cli {
 namespace {
@@ -44,7 +45,16 @@ struct RawArguments {
     std::string saveSettings;
     std::vector<std::string> assignments;
     bool noToneMapping = false;
+    std::string denoise;
     std::string progress = "auto";
+};
+
+/// The modes of --denoise.
+const std::map<std::string, postcore::DenoisingMode> kDenoisingModes = {
+    {"auto", postcore::DenoisingMode::None},
+    {"fireflies", postcore::DenoisingMode::FirefliesOnly},
+    {"quality", postcore::DenoisingMode::HighQuality},
+    {"neural", postcore::DenoisingMode::IntelAi},
 };
 
 ProgressMode toProgressMode(const std::string& argument) {
@@ -124,6 +134,12 @@ void addSettingsOptions(CLI::App& app, RawArguments& raw) {
                    "Value of a property, by its name or id in --list-properties; repeatable")
         ->type_name("NAME=VALUE")
         ->allow_extra_args(false);
+    app.add_option("--denoise", raw.denoise,
+                   "Denoise what is saved: auto (the best mode for the image), fireflies (only "
+                   "isolated bright pixels), quality (guided by variances and features), neural "
+                   "(a trained network)")
+        ->type_name("MODE")
+        ->check(CLI::IsMember(kDenoisingModes).description(""));
     app.add_flag("--no-tone-mapping", raw.noToneMapping,
                  "Map colours only by the display's encoding; negative values become 0");
     app.add_option("--save-settings", raw.saveSettings,
@@ -187,6 +203,9 @@ void check(const Options& options) {
     }
     if (options.element && options.output.isEmpty()) {
         throw UsageError("--element goes with --output.");
+    }
+    if (options.denoise && options.output.isEmpty()) {
+        throw UsageError("--denoise goes with --output.");
     }
     if (options.element && options.element->isEmpty()) {
         throw UsageError("--element expects the name of an element.");
@@ -258,6 +277,9 @@ Optional<Options> parseCommandLine(int argumentCount, const char* const* argumen
     options.formatOptions = toTexts(raw.formatOptions);
     options.assignments = toTexts(raw.assignments);
     options.toneMapping = !raw.noToneMapping;
+    if (app.count("--denoise") != 0) {
+        options.denoise = kDenoisingModes.at(raw.denoise);
+    }
     options.progress = toProgressMode(raw.progress);
     check(options);
     return options;

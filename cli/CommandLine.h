@@ -5,6 +5,7 @@
 #include "foundation/Path.h"
 #include "foundation/ProgramMain.h"
 #include "foundation/String.h"
+#include "services/postcore/denoise/DenoisingMode.h"
 
 #include <vector>
 
@@ -26,6 +27,8 @@ struct Options {
     Path saveSettings;  ///< settings file to save
     std::vector<String> assignments;  ///< "property=value"
     bool toneMapping = true;
+    /// How to denoise; nothing: not at all; DenoisingMode::None: in the best way there is.
+    Optional<postcore::DenoisingMode> denoise;
     bool info = false;
     bool json = false;
     bool listElements = false;

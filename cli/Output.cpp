@@ -151,9 +151,31 @@ void saveElement(const Output& output, const ElementFile& file, DisplayChain& ch
                                       output.settings, step));
 }
 
-/// The image as it was loaded, with the settings as they are.
-ChannelImage copyWithSettings(const ChannelImage& image, const settings::Settings& settings,
-                              const colorkit::ColorMapping& colorMapping) {
+/// Puts the denoised variants of all elements into the image.
+void addDenoisedVariants(DisplayChain& chain, ChannelImage& image) {
+    const Pixel size = image.getDataWindow().size();
+    for (ElementInfo element : chain.denoise.getElements()) {
+        const auto pixels =
+            chain.denoise.provideRgbRegion(element.name, {0, 0, size.x, size.y}, 1.0f);
+        if (!pixels) {
+            continue;  // only selected
+        }
+        element.name = image::getDenoisedElementName(element.name);
+        image.addElement(element);
+        image.fitChannelsToDataWindow();
+        if (element.kind == image::ElementKind::Rgba) {
+            image.setRgbWithAlpha(element, *pixels);
+        } else {
+            image.setRgb(element, *pixels);
+        }
+    }
+}
+
+/// The image as it was loaded, with denoised variants and the settings as they are.
+ChannelImage makeTxr(DisplayChain& chain, const settings::Settings& settings,
+                     const colorkit::ColorMapping& colorMapping) {
+    const SharedPtr<const ChannelImage> loaded = chain.load.getImage();
+    const ChannelImage& image = *loaded;
     ChannelImage copy;
     for (const auto& [name, attribute] : image.getAttributes()) {
         copy.setAttribute(attribute->clone());
@@ -161,6 +183,7 @@ ChannelImage copyWithSettings(const ChannelImage& image, const settings::Setting
     for (const auto& [name, channel] : image.getChannels()) {
         copy.setChannel(channel->clone());
     }
+    addDenoisedVariants(chain, copy);
     image::writeSettings(copy, settings::allPropertyIds(), settings, colorMapping);
     return copy;
 }
@@ -194,8 +217,7 @@ void saveOutput(const Output& output, DisplayChain& chain, const settings::Setti
                 const colorkit::ColorMapping& colorMapping, ProgressLine& progress) {
     if (!output.format) {
         progress.start("Saving \"" + output.path.native() + "\"");
-        throwOnFailure(image::ExrSaver().save(
-            copyWithSettings(*chain.load.getImage(), settings, colorMapping), output.path));
+        throwOnFailure(image::ExrSaver().save(makeTxr(chain, settings, colorMapping), output.path));
         return;
     }
     for (const ElementFile& file : planElementFiles(output, chain)) {

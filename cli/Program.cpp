@@ -2,6 +2,7 @@
 
 #include "base/image/ExrInfo.h"
 #include "base/pipeline/DisplayChain.h"
+#include "cli/Denoising.h"
 #include "cli/FormatList.h"
 #include "cli/ImageOpening.h"
 #include "cli/InfoReport.h"
@@ -89,6 +90,9 @@ void processImages(const Options& options, const Optional<Output>& output,
         flushOutput();
     }
     sources.apply(settings, colorMapping);
+    if (options.denoise && output) {
+        denoise(options, *output, chain, settings, progress);
+    }
     if (!options.saveSettings.isEmpty()) {
         saveSettings(options.saveSettings, settings, colorMapping);
     }

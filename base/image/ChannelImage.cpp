@@ -214,6 +214,18 @@ void ChannelImage::setRgba(const ElementInfo& element, const BitmapImpl<Rgba>& b
     writeRows(RgbaIteratorHelperCommon<float>(*this, element.name), bitmap);
 }
 
+void ChannelImage::setRgbWithAlpha(const ElementInfo& element, const BitmapImpl<Rgb>& bitmap) {
+    requireKind(element, ElementKind::Rgba);
+    const RgbaIteratorHelperCommon<float> target(*this, element.name);
+    forEachRow(bitmap.getSize(), [&](int y) {
+        const auto to = target.row(y);
+        const auto from = bitmap.row(y);
+        for (std::size_t x = 0; x < from.size(); ++x) {
+            to.set(x, {from[x].r, from[x].g, from[x].b, from[x].a});
+        }
+    });
+}
+
 void ChannelImage::setMono(const ElementInfo& element, const BitmapImpl<float>& bitmap) {
     requireKind(element, ElementKind::Mono);
     std::ranges::copy(bitmap.pixels(), getChannel<float>(element.name).getData());

@@ -128,6 +128,8 @@ public:
     /// have been fitted to the data window.
     void setRgb(const ElementInfo& element, const BitmapImpl<Rgb>& bitmap);
     void setRgba(const ElementInfo& element, const BitmapImpl<Rgba>& bitmap);
+    /// setRgba for colours of the pipeline, which carry alpha in the fourth float.
+    void setRgbWithAlpha(const ElementInfo& element, const BitmapImpl<Rgb>& bitmap);
     void setMono(const ElementInfo& element, const BitmapImpl<float>& bitmap);
 
 private:

@@ -5,7 +5,12 @@ namespace tavrin::pipeline {
 DisplayChain::DisplayChain(settings::Settings& settings, colorkit::ColorMapping& colorMapping) {
     load.setSettings(settings);
     load.setColorMapping(colorMapping);
-    lightMix.setInput(load);
+    denoise.setInput(load);
+    denoise.setSettings(settings);
+    blendDenoised.setInput(load, 0);
+    blendDenoised.setInput(denoise, 1);
+    blendDenoised.setSettings(settings);
+    lightMix.setInput(blendDenoised);
     lightMix.setSettings(settings);
     lightMix.setImageInfoProvider(load);
     includeAlpha.setInput(lightMix);

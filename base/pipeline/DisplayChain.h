@@ -1,6 +1,8 @@
 #pragma once
 
+#include "base/pipeline/BlendDenoisedOperator.h"
 #include "base/pipeline/ColorMapOperator.h"
+#include "base/pipeline/DenoiseOperator.h"
 #include "base/pipeline/IncludeAlphaOperator.h"
 #include "base/pipeline/LightMixOperator.h"
 #include "base/pipeline/LoadOperator.h"
@@ -16,6 +18,8 @@ struct DisplayChain {
     DisplayChain(settings::Settings& settings, colorkit::ColorMapping& colorMapping);
 
     LoadOperator load;
+    DenoiseOperator denoise;
+    BlendDenoisedOperator blendDenoised;
     LightMixOperator lightMix;
     IncludeAlphaOperator includeAlpha;
     ColorMapOperator colorMap;
