@@ -25,6 +25,10 @@ Path lutsBundle() {
     return getInstalledData() / "luts";
 }
 
+Path denoiserWeightsBundle() {
+    return getInstalledData() / "denoiser";
+}
+
 Optional<Path> quorvelWorkspaceDir() {
     Optional<Path> folder = platform::getEnvironmentPath("TAVRIN_DEVELOPMENT");
     std::error_code missing;

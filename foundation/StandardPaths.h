@@ -17,6 +17,9 @@ Path toneMappingPresetsBundle();
 /// Look-up tables for colours.
 Path lutsBundle();
 
+/// Trained weights of the neural denoiser.
+Path denoiserWeightsBundle();
+
 /// The folder in which the program is developed: what the environment variable TAVRIN_DEVELOPMENT
 /// names, when that is a folder.
 Optional<Path> quorvelWorkspaceDir();

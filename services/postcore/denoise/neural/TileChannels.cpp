@@ -1,0 +1,102 @@
+#include "services/postcore/denoise/neural/TileChannels.h"
+
+#include "services/postcore/denoise/neural/TransferFunction.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstring>
+#include <span>
+#include <vector>
+
+namespace tavrin::postcore {
+namespace {
+
+constexpr std::int64_t kRowsPerTask = 8;
+// Nine channels of input in blocks of eight or sixteen.
+constexpr int kMostChannels = 16;
+
+float clean(float value, float least, float most) {
+    return std::isfinite(value) ? std::clamp(value, least, most) : 0.0f;
+}
+
+/// One row of the tile, as far as it lies in the picture; the parts may be null.
+struct InputRow {
+    std::span<const Rgb> color;  ///< encoded
+    const Rgb* albedo = nullptr;
+    const Rgb* normals = nullptr;
+};
+
+void writeRow(const InputRow& row, int y, const TiledNetwork::Channels& channels) {
+    const int blockSize = channels.blockSize;
+    const int inputs = row.normals != nullptr ? 9 : row.albedo != nullptr ? 6 : 3;
+    const int blocks = (inputs + blockSize - 1) / blockSize;
+    const auto block = static_cast<std::size_t>(blockSize);
+    for (std::size_t x = 0; x < static_cast<std::size_t>(channels.size.x); ++x) {
+        float values[kMostChannels] = {};
+        if (x < row.color.size()) {
+            std::memcpy(values, &row.color[x], 3 * sizeof(float));
+            if (row.albedo != nullptr) {
+                values[3] = clean(row.albedo[x].r, 0.0f, 1.0f);
+                values[4] = clean(row.albedo[x].g, 0.0f, 1.0f);
+                values[5] = clean(row.albedo[x].b, 0.0f, 1.0f);
+            }
+            if (row.normals != nullptr) {
+                values[6] = 0.5f + 0.5f * clean(row.normals[x].r, -1.0f, 1.0f);
+                values[7] = 0.5f + 0.5f * clean(row.normals[x].g, -1.0f, 1.0f);
+                values[8] = 0.5f + 0.5f * clean(row.normals[x].b, -1.0f, 1.0f);
+            }
+        }
+        for (int i = 0; i < blocks; ++i) {
+            std::memcpy(channels.getRow(i, y) + x * block, values + i * blockSize,
+                        block * sizeof(float));
+        }
+    }
+}
+
+}  // namespace
+
+void writeTile(Scheduler& scheduler, const NetworkInput& input, const Tile& tile,
+               const TiledNetwork::Channels& channels) {
+    const auto firstColumn = static_cast<std::size_t>(tile.origin.x);
+    const int width = std::min(channels.size.x, input.color->getWidth() - tile.origin.x);
+    const auto getRow = [&](const BitmapImpl<Rgb>* bitmap, int y) {
+        return bitmap == nullptr ? nullptr : bitmap->row(y).data() + firstColumn;
+    };
+    const auto writeRows = [&](std::int64_t from, std::int64_t to) {
+        std::vector<Rgb> encoded(static_cast<std::size_t>(width));
+        for (int y = static_cast<int>(from); y < to; ++y) {
+            const int imageY = tile.origin.y + y;
+            InputRow row;
+            if (imageY < input.color->getHeight()) {
+                encodeColors(input.color->row(imageY).subspan(firstColumn, encoded.size()),
+                             input.exposure, encoded);
+                row.color = encoded;
+                row.albedo = getRow(input.albedo, imageY);
+                row.normals = getRow(input.normals, imageY);
+            }
+            writeRow(row, y, channels);
+        }
+    };
+    scheduler.parallelForRanges(0, channels.size.y, kRowsPerTask, TaskPriority::Normal, writeRows);
+}
+
+void readTile(Scheduler& scheduler, const TiledNetwork::Channels& channels, float exposure,
+              const Tile& tile, BitmapImpl<Rgb>& result) {
+    const auto [x0, y0, x1, y1] = tile.result;
+    const auto readRows = [&, x0 = x0, x1 = x1](std::int64_t from, std::int64_t to) {
+        for (int y = static_cast<int>(from); y < to; ++y) {
+            const auto row = result.row(y).subspan(static_cast<std::size_t>(x0),
+                                                   static_cast<std::size_t>(x1 - x0));
+            const float* values = channels.getRow(0, y - tile.origin.y) +
+                                  std::int64_t{x0 - tile.origin.x} * channels.blockSize;
+            for (Rgb& pixel : row) {
+                pixel = {values[0], values[1], values[2], 0.0f};
+                values += channels.blockSize;
+            }
+            decodeColors(row, exposure, row);
+        }
+    };
+    scheduler.parallelForRanges(y0, y1, kRowsPerTask, TaskPriority::Normal, readRows);
+}
+
+}  // namespace tavrin::postcore
