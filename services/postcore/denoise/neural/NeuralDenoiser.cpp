@@ -3,6 +3,8 @@
 #include "foundation/Exception.h"
 #include "foundation/StandardPaths.h"
 #include "services/postcore/denoise/neural/AutoExposure.h"
+#include "services/postcore/denoise/neural/CertainPixels.h"
+#include "services/postcore/denoise/neural/FeatureTrust.h"
 #include "services/postcore/denoise/neural/TileChannels.h"
 #include "services/postcore/denoise/neural/TiledNetwork.h"
 #include "services/postcore/denoise/neural/WatchedThread.h"
@@ -14,37 +16,56 @@
 namespace tavrin::postcore {
 namespace {
 
-struct WeightsFile {
-    const char* name;
-    int inputs;  ///< channels
+/// The features that a network with so many input channels takes.
+struct Guides {
+    Optional<DenoisingFeature> albedo;
+    Optional<DenoisingFeature> normals;  ///< only with an albedo
 };
 
-const DenoisingFeature* findFeature(const DenoisingData& data, FeatureType type) {
-    for (const DenoisingFeature& feature : data.features) {
+Optional<DenoisingFeature> takeFeature(DenoisingData& data, FeatureType type) {
+    for (DenoisingFeature& feature : data.features) {
         if (feature.type == type) {
-            return &feature;
+            return std::move(feature);
         }
     }
-    return nullptr;
+    return std::nullopt;
+}
+
+Guides takeGuides(DenoisingData data) {
+    Guides guides;
+    guides.albedo = takeFeature(data, FeatureType::VisibleDiffuse);
+    if (guides.albedo) {
+        guides.normals = takeFeature(data, FeatureType::VisibleNormals);
+        forgetUnknownAlbedo(*guides.albedo);
+    }
+    return guides;
 }
 
 class NeuralDenoiser final : public IDenoiser {
 public:
-    NeuralDenoiser(Scheduler& scheduler, ILogger& logger, DenoisingData data, TiledNetwork network)
+    struct Models {
+        NeuralModel plain;             ///< told the colour
+        Optional<NeuralModel> guided;  ///< told the guides, too
+    };
+
+    NeuralDenoiser(Scheduler& scheduler, ILogger& logger, Guides guides, Models models,
+                   CreateNeuralNetwork create)
         : scheduler_(scheduler),
           logger_(logger),
-          data_(std::move(data)),
-          network_(std::move(network)) {}
+          guides_(std::move(guides)),
+          models_(std::move(models)),
+          network_(create) {}
 
-    Optional<BitmapImpl<Rgb>> denoise(const BitmapImpl<Rgb>& color,
-                                      const BitmapImpl<Rgb>& /*variance*/,
+    Optional<BitmapImpl<Rgb>> denoise(const BitmapImpl<Rgb>& color, const BitmapImpl<Rgb>& variance,
                                       const Progress& progress) override {
         if (color.getPixelCount() == 0) {
             return color;
         }
         try {
             BitmapImpl<Rgb> result(color.getWidth(), color.getHeight());
-            const auto work = [&](WorkMonitor& monitor) { filter(color, result, monitor); };
+            const auto work = [&](WorkMonitor& monitor) {
+                filter(color, variance, result, monitor);
+            };
             if (!thread_.run(work, progress)) {
                 return std::nullopt;
             }
@@ -56,20 +77,19 @@ public:
     }
 
 private:
-    void filter(const BitmapImpl<Rgb>& color, BitmapImpl<Rgb>& result, WorkMonitor& monitor) {
+    void filter(const BitmapImpl<Rgb>& color, const BitmapImpl<Rgb>& variance,
+                BitmapImpl<Rgb>& result, WorkMonitor& monitor) {
         NetworkInput input;
         input.color = &color;
         input.exposure = computeAutoExposure(scheduler_, color);
-        const auto* albedo = findFeature(data_, FeatureType::VisibleDiffuse);
-        const auto* normals = findFeature(data_, FeatureType::VisibleNormals);
-        if (albedo != nullptr && network_.getModel().getInputs() >= 6) {
-            input.albedo = &albedo->pixels;
-        }
-        if (normals != nullptr && network_.getModel().getInputs() == 9) {
-            input.normals = &normals->pixels;
+        const NeuralModel* model = &models_.plain;
+        if (guides_.albedo && isAlbedoTrusted(*guides_.albedo, color, variance, input.exposure)) {
+            model = &*models_.guided;
+            input.albedo = &guides_.albedo->pixels;
+            input.normals = guides_.normals ? &guides_.normals->pixels : nullptr;
         }
         network_.run(
-            color.getSize(), TiledNetwork::kMostTilePixels,
+            *model, color.getSize(), TiledNetwork::kMostTilePixels,
             [&](const Tile& tile, const TiledNetwork::Channels& channels) {
                 writeTile(scheduler_, input, tile, channels);
             },
@@ -77,49 +97,59 @@ private:
                 readTile(scheduler_, channels, input.exposure, tile, result);
             },
             monitor);
+        if (!monitor.isStopped()) {
+            keepCertainPixels(scheduler_, color, variance, input.exposure, result);
+        }
     }
 
     Scheduler& scheduler_;
     ILogger& logger_;
-    DenoisingData data_;
+    const Guides guides_;
+    const Models models_;
     TiledNetwork network_;
     WatchedThread thread_;
 };
 
-WeightsFile chooseWeights(const DenoisingData& data) {
-    if (findFeature(data, FeatureType::VisibleDiffuse) == nullptr) {
-        return {"rt_hdr.tza", 3};
+Result<NeuralModel> readModel(const String& name, int inputs) {
+    const Path path = StandardPaths::denoiserWeightsBundle() / name;
+    std::error_code unknown;
+    if (!std::filesystem::exists(path.std(), unknown)) {
+        return Failure("The neural denoiser's weights are not installed: \"" + path.native() +
+                       "\" is missing.");
     }
-    if (findFeature(data, FeatureType::VisibleNormals) == nullptr) {
-        return {"rt_hdr_alb.tza", 6};
+    return NeuralModel::read(path, inputs);
+}
+
+Result<NeuralDenoiser::Models> readModels(const Guides& guides) {
+    Result<NeuralModel> plain = readModel("rt_hdr.tza", 3);
+    if (!plain) {
+        return Failure(plain.error());
     }
-    return {"rt_hdr_alb_nrm.tza", 9};
+    NeuralDenoiser::Models models{std::move(*plain), std::nullopt};
+    if (guides.albedo) {
+        Result<NeuralModel> guided =
+            guides.normals ? readModel("rt_hdr_alb_nrm.tza", 9) : readModel("rt_hdr_alb.tza", 6);
+        if (!guided) {
+            return Failure(guided.error());
+        }
+        models.guided = std::move(*guided);
+    }
+    return models;
 }
 
 }  // namespace
 
 std::unique_ptr<IDenoiser> createNeuralDenoiser(Scheduler& scheduler, ILogger& logger,
                                                 DenoisingData data, OidnBackend) {
-    const WeightsFile weights = chooseWeights(data);
-    const Path path = StandardPaths::denoiserWeightsBundle() / weights.name;
-    std::error_code unknown;
-    if (!std::filesystem::exists(path.std(), unknown)) {
-        logger.error("The neural denoiser's weights are not installed: \"" + path.native() +
-                     "\" is missing.");
+    Guides guides = takeGuides(std::move(data));
+    Result<NeuralDenoiser::Models> models = readModels(guides);
+    const Result<CreateNeuralNetwork> create = getNetworkCreator();
+    if (!models || !create) {
+        logger.error(models ? create.error() : models.error());
         return nullptr;
     }
-    Result<NeuralModel> model = NeuralModel::read(path, weights.inputs);
-    if (!model) {
-        logger.error(model.error());
-        return nullptr;
-    }
-    const Result<CreateNeuralNetwork> creator = getNetworkCreator();
-    if (!creator) {
-        logger.error(creator.error());
-        return nullptr;
-    }
-    return std::make_unique<NeuralDenoiser>(scheduler, logger, std::move(data),
-                                            TiledNetwork(*creator, std::move(*model)));
+    return std::make_unique<NeuralDenoiser>(scheduler, logger, std::move(guides),
+                                            std::move(*models), *create);
 }
 
 }  // namespace tavrin::postcore

@@ -40,26 +40,28 @@ Result<CreateNeuralNetwork> getNetworkCreator() {
     }
 }
 
-void TiledNetwork::prepare(Pixel tileSize) {
+void TiledNetwork::prepare(const NeuralModel& model, Pixel tileSize) {
     const int threads = Scheduler::getThreadCount();
-    if (network_ && networkSize_ == tileSize && networkThreads_ == threads) {
+    if (network_ && networkModel_ == &model && networkSize_ == tileSize &&
+        networkThreads_ == threads) {
         return;
     }
     network_.reset();
     std::string reason;
-    network_.reset(create_(model_.getLayers(), tileSize.x, tileSize.y, threads, reason));
+    network_.reset(create_(model.getLayers(), tileSize.x, tileSize.y, threads, reason));
     if (!network_) {
         fail(reason);
     }
+    networkModel_ = &model;
     networkSize_ = tileSize;
     networkThreads_ = threads;
 }
 
-void TiledNetwork::run(Pixel size, std::int64_t mostTilePixels, const Write& write,
-                       const Read& read, WorkMonitor& monitor) {
+void TiledNetwork::run(const NeuralModel& model, Pixel size, std::int64_t mostTilePixels,
+                       const Write& write, const Read& read, WorkMonitor& monitor) {
     const TilePlan plan =
         planTiles(size, NeuralModel::kGranule, NeuralModel::kReach, mostTilePixels);
-    prepare(plan.tileSize);
+    prepare(model, plan.tileSize);
     const int blockSize = network_->getBlockSize();
     for (std::size_t i = 0; i < plan.tiles.size(); ++i) {
         write(plan.tiles[i], {network_->getInput(), plan.tileSize, blockSize});

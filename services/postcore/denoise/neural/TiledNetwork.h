@@ -38,25 +38,22 @@ public:
     /// Tiles of so many pixels take 0.8 GB.
     static constexpr std::int64_t kMostTilePixels = 1'400'000;
 
-    TiledNetwork(CreateNeuralNetwork create, NeuralModel model)
-        : create_(create), model_(std::move(model)) {}
+    explicit TiledNetwork(CreateNeuralNetwork create) : create_(create) {}
 
-    /// For each tile calls `write`, which fills in all channels of all of the tile's pixels, zeros
-    /// outside of the picture and beyond the network's inputs, and `read` with the result. Reports
-    /// the fractions of the work to the monitor and stops when that says so. Throws an Exception
-    /// when the library fails.
-    void run(Pixel size, std::int64_t mostTilePixels, const Write& write, const Read& read,
-             WorkMonitor& monitor);
-
-    const NeuralModel& getModel() const { return model_; }
+    /// Runs the model, which outlives this object. For each tile calls `write`, which fills in all
+    /// channels of all of the tile's pixels, zeros outside of the picture and beyond the network's
+    /// inputs, and `read` with the result. Reports the fractions of the work to the monitor and
+    /// stops when that says so. Throws an Exception when the library fails.
+    void run(const NeuralModel& model, Pixel size, std::int64_t mostTilePixels, const Write& write,
+             const Read& read, WorkMonitor& monitor);
 
 private:
-    void prepare(Pixel tileSize);
+    void prepare(const NeuralModel& model, Pixel tileSize);
 
     CreateNeuralNetwork create_;
-    NeuralModel model_;
     // Making a network takes long: the last one is kept.
     std::unique_ptr<INeuralNetwork> network_;
+    const NeuralModel* networkModel_ = nullptr;
     Pixel networkSize_;
     int networkThreads_ = 0;
 };

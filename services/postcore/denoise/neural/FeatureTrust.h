@@ -1,0 +1,21 @@
+#pragma once
+
+#include "foundation/Bitmap.h"
+#include "foundation/Color.h"
+#include "services/postcore/denoise/IDenoiser.h"
+
+namespace tavrin::postcore {
+
+/// Makes pixels of the albedo 0 that are not known well enough to say anything: a standard error of
+/// a fifth of the whole range, such as sampled reflections of lights have. Without a variance all
+/// are taken for known.
+void forgetUnknownAlbedo(DenoisingFeature& albedo);
+
+/// Whether the albedo is so much cleaner than the colour that it, and the normals of the same
+/// samples, are a help to the network; noisy ones mislead it. Compares the upper quartiles of their
+/// standard errors where there is light; as both fall with the number of samples alike, the answer
+/// does not depend on that. Without a variance of the albedo it is trusted.
+bool isAlbedoTrusted(const DenoisingFeature& albedo, const BitmapImpl<Rgb>& color,
+                     const BitmapImpl<Rgb>& variance, float exposure);
+
+}  // namespace tavrin::postcore
