@@ -91,14 +91,18 @@ private:
 };
 
 /// How much of the noisy pixel to take.
-float getNoisyShare(float variance, float meanVariance, float luminance, float exposure) {
+float getNoisyShare(float variance, float meanVariance, float luminance, float exposure,
+                    float sensitivity) {
+    if (!(sensitivity > 0.0f)) {
+        return 1.0f;
+    }
     // Infinite sums count as missing, too.
     if (variance < 0.0f || !(meanVariance > 0.0f) || !std::isfinite(meanVariance)) {
         return 0.0f;
     }
     const float black = kBlack / exposure;
     const float reference = std::max(luminance, black);
-    const float noise = std::sqrt(std::max(variance, meanVariance)) / reference;
+    const float noise = sensitivity * std::sqrt(std::max(variance, meanVariance)) / reference;
     const float error = getNetworkError(luminance * exposure);
     // The error is never 0; noise may be infinite.
     return 1.0f / (1.0f + (noise / error) * (noise / error));
@@ -107,7 +111,8 @@ float getNoisyShare(float variance, float meanVariance, float luminance, float e
 }  // namespace
 
 void keepCertainPixels(Scheduler& scheduler, const BitmapImpl<Rgb>& noisy,
-                       const BitmapImpl<Rgb>& variance, float exposure, BitmapImpl<Rgb>& denoised) {
+                       const BitmapImpl<Rgb>& variance, float exposure, float sensitivity,
+                       BitmapImpl<Rgb>& denoised) {
     const auto keepRows = [&](std::int64_t from, std::int64_t to) {
         VarianceRow around(variance);
         for (int y = static_cast<int>(from); y < to; ++y) {
@@ -120,7 +125,7 @@ void keepCertainPixels(Scheduler& scheduler, const BitmapImpl<Rgb>& noisy,
                     continue;
                 }
                 const float share = getNoisyShare(getVariance(variance.at(x, y)), around.getMean(x),
-                                                  getLuminance(pixel), exposure);
+                                                  getLuminance(pixel), exposure, sensitivity);
                 // Two products, because a difference of the largest floats is not finite.
                 pixel.r = (1.0f - share) * pixel.r + share * std::max(source.r, 0.0f);
                 pixel.g = (1.0f - share) * pixel.g + share * std::max(source.g, 0.0f);

@@ -48,10 +48,11 @@ public:
         Optional<NeuralModel> guided;  ///< told the guides, too
     };
 
-    NeuralDenoiser(Scheduler& scheduler, ILogger& logger, Guides guides, Models models,
-                   CreateNeuralNetwork create)
+    NeuralDenoiser(Scheduler& scheduler, ILogger& logger, float sensitivity, Guides guides,
+                   Models models, CreateNeuralNetwork create)
         : scheduler_(scheduler),
           logger_(logger),
+          sensitivity_(sensitivity),
           guides_(std::move(guides)),
           models_(std::move(models)),
           network_(create) {}
@@ -98,12 +99,13 @@ private:
             },
             monitor);
         if (!monitor.isStopped()) {
-            keepCertainPixels(scheduler_, color, variance, input.exposure, result);
+            keepCertainPixels(scheduler_, color, variance, input.exposure, sensitivity_, result);
         }
     }
 
     Scheduler& scheduler_;
     ILogger& logger_;
+    const float sensitivity_;
     const Guides guides_;
     const Models models_;
     TiledNetwork network_;
@@ -140,7 +142,8 @@ Result<NeuralDenoiser::Models> readModels(const Guides& guides) {
 }  // namespace
 
 std::unique_ptr<IDenoiser> createNeuralDenoiser(Scheduler& scheduler, ILogger& logger,
-                                                DenoisingData data, OidnBackend) {
+                                                DenoisingData data, OidnBackend backend) {
+    const float sensitivity = data.sensitivity;
     Guides guides = takeGuides(std::move(data));
     Result<NeuralDenoiser::Models> models = readModels(guides);
     const Result<CreateNeuralNetwork> create = getNetworkCreator();
@@ -148,7 +151,10 @@ std::unique_ptr<IDenoiser> createNeuralDenoiser(Scheduler& scheduler, ILogger& l
         logger.error(models ? create.error() : models.error());
         return nullptr;
     }
-    return std::make_unique<NeuralDenoiser>(scheduler, logger, std::move(guides),
+    if (backend != OidnBackend::Best && backend != OidnBackend::Processor) {
+        logger.warning("The neural denoiser runs on the processor, there is no other back end.");
+    }
+    return std::make_unique<NeuralDenoiser>(scheduler, logger, sensitivity, std::move(guides),
                                             std::move(*models), *create);
 }
 

@@ -10,8 +10,11 @@ namespace tavrin::postcore {
 /// features VisibleDiffuse and VisibleNormals where the data have them. Null when its weights or
 /// its module are missing, which is reported as an error.
 ///
-/// The network runs on the processor whatever the back end: nothing else is built in. What is best
-/// then is the processor, which needs no warning.
+/// The sensitivity says how far the variance of a pixel is believed to speak against it; what the
+/// network takes for a firefly it removes whatever the sensitivity for fireflies.
+///
+/// The processor is the only back end that is built in, and thereby the best one; what else the
+/// number of the back end asks for is done on the processor with a warning.
 std::unique_ptr<IDenoiser> createNeuralDenoiser(Scheduler& scheduler, ILogger& logger,
                                                 DenoisingData data, OidnBackend backend);
 
