@@ -277,7 +277,10 @@ TEST(TiledNetwork, ComputesTilesAsItDoesTheWhole) {
     const Planes whole = runNetwork(model, input, TiledNetwork::kMostTilePixels);
     const Planes tiled = runNetwork(model, input, 60'000);
     for (std::size_t c = 0; c < 3; ++c) {
-        EXPECT_EQ(whole.channels[c], tiled.channels[c]);
+        for (std::size_t i = 0; i < whole.channels[c].size(); ++i) {
+            // Sums are in another order at the edges of tiles.
+            ASSERT_NEAR(whole.channels[c][i], tiled.channels[c][i], 1e-6) << c << ", " << i;
+        }
     }
 }
 

@@ -36,7 +36,7 @@ public:
     using Read = Function<void(const Tile& tile, const Channels& output)>;
 
     /// Tiles of so many pixels take 0.8 GB.
-    static constexpr std::int64_t kMostTilePixels = 1'400'000;
+    static constexpr std::int64_t kMostTilePixels = 2'000'000;
 
     explicit TiledNetwork(CreateNeuralNetwork create) : create_(create) {}
 

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cstring>
-#include <new>
 #include <stdexcept>
 #include <string_view>
 #include <utility>
@@ -17,8 +16,9 @@ using dnnl::memory;
 
 constexpr auto kFloat = memory::data_type::f32;
 
-/// The layout whose kernels are made for the processor's vectors: a block fills one.
-int getVectorSize() {
+/// How many channels the layout has side by side whose kernels are made for the processor's
+/// vectors.
+int getBlockSizeOfProcessor() {
     switch (dnnl::get_effective_cpu_isa()) {
         case dnnl::cpu_isa::sse41:
         case dnnl::cpu_isa::avx:
@@ -30,72 +30,28 @@ int getVectorSize() {
     }
 }
 
-dnnl::primitive_attr makeAttributes() {
+dnnl::primitive_attr makeAttributes(const dnnl::post_ops& operations = {}) {
     dnnl::primitive_attr attributes;
     attributes.set_scratchpad_mode(dnnl::scratchpad_mode::user);
+    attributes.set_post_ops(operations);
     return attributes;
 }
 
-/// Negative results become 0.
-dnnl::primitive_attr makeConvolutionAttributes() {
-    dnnl::post_ops rectify;
-    rectify.append_eltwise(1.0f, dnnl::algorithm::eltwise_relu, 0.0f, 0.0f);
-    dnnl::primitive_attr attributes = makeAttributes();
-    attributes.set_post_ops(rectify);
-    return attributes;
-}
-
-/// Winograd's algorithm takes a third less time than the direct one, where it is implemented for
-/// the shape and the processor.
-dnnl::convolution_forward::primitive_desc makeConvolution(
-    const dnnl::engine& engine, const memory::desc& source, const memory::desc& weights,
-    const memory::desc& bias, const memory::desc& destination, bool mayTransform) {
-    const auto make = [&](dnnl::algorithm algorithm) {
-        return dnnl::convolution_forward::primitive_desc({dnnl::prop_kind::forward_inference,
-                                                          algorithm,
-                                                          source,
-                                                          weights,
-                                                          bias,
-                                                          destination,
-                                                          {1, 1},
-                                                          {1, 1},
-                                                          {1, 1}},
-                                                         makeConvolutionAttributes(), engine);
-    };
-    if (mayTransform) {
-        try {
-            return make(dnnl::algorithm::convolution_winograd);
-        } catch (const dnnl::error&) {
-            // Not implemented.
-        }
-    }
-    return make(dnnl::algorithm::convolution_direct);
-}
-
-/// The weights with zeros for the channels that fill up blocks.
-std::vector<float> padWeights(const NetworkLayer& layer, int paddedInputs, int paddedOutputs) {
-    constexpr std::size_t kWindow = 9;
-    const auto inputs = static_cast<std::size_t>(layer.inputs);
-    const auto padded = static_cast<std::size_t>(paddedInputs);
-    std::vector<float> result(static_cast<std::size_t>(paddedOutputs) * padded * kWindow);
-    for (std::size_t o = 0; o < static_cast<std::size_t>(layer.outputs); ++o) {
-        const auto row = layer.weights.subspan(o * inputs * kWindow, inputs * kWindow);
-        std::ranges::copy(row, result.begin() + static_cast<std::ptrdiff_t>(o * padded * kWindow));
-    }
-    return result;
+/// The library's fallbacks take a hundred times as long.
+bool isReference(const char* implementation) {
+    return std::string_view(implementation).starts_with("ref");
 }
 
 }  // namespace
 
 OneDnnNetwork::OneDnnNetwork(std::span<const NetworkLayer> layers, int width, int height,
                              int threads)
-    : width_(width), height_(height), threads_(threads), blockSize_(getVectorSize()) {
+    : width_(width), height_(height), threads_(threads), blockSize_(getBlockSizeOfProcessor()) {
     omp_set_num_threads(threads_);
-    planSkips(layers);
-    current_ = skips_.front();
-    for (std::size_t i = 0; i < layers.size(); ++i) {
-        const bool isLast = i + 1 == layers.size();
-        addLayer(layers[i], isLast ? nullptr : &layers[i + 1], isLast);
+    current_ = makeView(layers.front().inputs, 0);
+    skips_.push_back(current_);
+    for (const NetworkLayer& layer : layers) {
+        addLayer(layer, &layer == &layers.back());
     }
     placeBuffers();
 }
@@ -104,11 +60,13 @@ int OneDnnNetwork::pad(int channels) const {
     return (channels + blockSize_ - 1) / blockSize_ * blockSize_;
 }
 
+std::size_t OneDnnNetwork::getPixelCount(int level) const {
+    return static_cast<std::size_t>(width_ >> level) * static_cast<std::size_t>(height_ >> level);
+}
+
 OneDnnNetwork::View OneDnnNetwork::makeView(int channels, int level) {
-    const std::size_t pixels =
-        static_cast<std::size_t>(width_ >> level) * static_cast<std::size_t>(height_ >> level);
     const auto padded = static_cast<std::size_t>(pad(channels));
-    return {plan_.add(pixels * padded * sizeof(float)), 0, pad(channels), level};
+    return {plan_.add(getPixelCount(level) * padded * sizeof(float)), pad(channels), level};
 }
 
 memory::desc OneDnnNetwork::describe(const View& view) const {
@@ -117,79 +75,132 @@ memory::desc OneDnnNetwork::describe(const View& view) const {
             blockSize_ == 16 ? memory::format_tag::nChw16c : memory::format_tag::nChw8c};
 }
 
-void OneDnnNetwork::planSkips(std::span<const NetworkLayer> layers) {
-    // The network's input, then the result of each layer that pools.
-    std::vector<int> channels = {layers.front().inputs};
-    for (const NetworkLayer& layer : layers) {
-        if (layer.end == LayerEnd::Pool) {
-            channels.push_back(layer.outputs);
-        }
-    }
-    for (std::size_t skip = 0; skip < channels.size(); ++skip) {
-        const int level = static_cast<int>(skip);
-        const auto joining = std::ranges::find(layers, level, &NetworkLayer::skip);
-        const int before = joining == layers.end() ? 0 : joining->inputs - channels[skip];
-        if (before < 0 || before % blockSize_ != 0) {
-            throw std::runtime_error("a skip connection does not fit");
-        }
-        const View joined = makeView(before + channels[skip], level);
-        joined_.push_back(joined);
-        skips_.push_back({joined.buffer, before, joined.channels - before, level});
-    }
-}
-
-void OneDnnNetwork::addLayer(const NetworkLayer& layer, const NetworkLayer* next, bool isLast) {
+void OneDnnNetwork::addLayer(const NetworkLayer& layer, bool isLast) {
+    const View from = current_;
+    const int level = isUpsampled_ ? from.level - 1 : from.level;
+    const View to = makeView(layer.outputs, level);
     if (layer.skip != kNoSkip) {
-        current_ = joined_[static_cast<std::size_t>(layer.skip)];
-    }
-    if (pad(layer.inputs) != current_.channels) {
+        addJoinedConvolution(layer, to);
+    } else if (isUpsampled_ || pad(layer.inputs) != from.channels) {
         throw std::runtime_error("two layers do not fit together");
+    } else {
+        addConvolution({layer, 0, layer.inputs}, from, to, Sum::Bias, !isLast);
     }
-    addConvolution(layer, makeView(layer.outputs, current_.level), isLast);
+    current_ = to;
+    isUpsampled_ = layer.end == LayerEnd::Upsample;
     if (layer.end == LayerEnd::Pool) {
-        addPooling(skips_[static_cast<std::size_t>(++poolings_)]);
-    } else if (layer.end == LayerEnd::Upsample) {
-        const int level = current_.level - 1;
-        const bool isJoined = next != nullptr && next->skip != kNoSkip;
-        View to = isJoined ? joined_[static_cast<std::size_t>(next->skip)]
-                           : makeView(current_.channels, level);
-        to.channels = current_.channels;
-        if (to.level != level) {
-            throw std::runtime_error("a skip connection joins another size");
-        }
-        addUpsampling(to);
+        current_ = makeView(layer.outputs, level + 1);
+        addPooling(to, current_);
+        skips_.push_back(current_);
     }
 }
 
-void OneDnnNetwork::addConvolution(const NetworkLayer& layer, const View& to, bool isLast) {
-    const int inputs = current_.channels;
-    const int outputs = to.channels;
-    std::vector<float> weights = padWeights(layer, inputs, outputs);
-    std::vector<float> bias(layer.bias.begin(), layer.bias.end());
-    bias.resize(static_cast<std::size_t>(outputs));
-
-    const memory::dims shape = {outputs, inputs, 3, 3};
-    const memory::desc biasDescription({outputs}, kFloat, memory::format_tag::x);
-    const auto description =
-        makeConvolution(engine_, describe(current_), {shape, kFloat, memory::format_tag::any},
-                        biasDescription, describe(to), !isLast);
-
-    memory plainWeights({shape, kFloat, memory::format_tag::oihw}, engine_, weights.data());
-    memory ownWeights(description.weights_desc(), engine_);
-    dnnl::reorder(plainWeights, ownWeights).execute(stream_, plainWeights, ownWeights);
-    memory ownBias(biasDescription, engine_);
-    std::memcpy(ownBias.get_data_handle(), bias.data(), bias.size() * sizeof(float));
-    stream_.wait();
-
-    const double pixels = double(width_ >> to.level) * double(height_ >> to.level);
-    addStep(description, to, 2.0 * 9.0 * inputs * outputs * pixels,
-            {{DNNL_ARG_WEIGHTS, ownWeights}, {DNNL_ARG_BIAS, ownBias}});
+void OneDnnNetwork::addJoinedConvolution(const NetworkLayer& layer, const View& to) {
+    const View& skip = skips_.at(static_cast<std::size_t>(layer.skip));
+    const int upsampled = current_.channels;
+    const int skipped = layer.inputs - upsampled;
+    if (!isUpsampled_ || skipped <= 0 || pad(skipped) != skip.channels || skip.level != to.level) {
+        throw std::runtime_error("a skip connection does not fit");
+    }
+    addUpsampledConvolution({layer, 0, upsampled}, current_, to);
+    addConvolution({layer, upsampled, skipped}, skip, to, Sum::BiasAndDestination, true);
 }
 
-void OneDnnNetwork::addPooling(const View& to) {
+memory OneDnnNetwork::makeWeights(const memory::desc& description, std::vector<float> weights,
+                                  const memory::dims& shape) {
+    memory plain({shape, kFloat, memory::format_tag::oihw}, engine_, weights.data());
+    memory result(description, engine_);
+    dnnl::reorder(plain, result).execute(stream_, plain, result);
+    stream_.wait();
+    return result;
+}
+
+void OneDnnNetwork::addConvolution(const LayerPart& part, const View& from, const View& to, Sum sum,
+                                   bool mayTransform) {
+    dnnl::post_ops operations;
+    if (sum == Sum::BiasAndDestination) {
+        operations.append_sum(1.0f);
+    }
+    if (sum != Sum::Nothing) {
+        // Negative results become 0.
+        operations.append_eltwise(1.0f, dnnl::algorithm::eltwise_relu, 0.0f, 0.0f);
+    }
+    const memory::dims shape = {to.channels, from.channels, 3, 3};
+    const memory::desc anyWeights(shape, kFloat, memory::format_tag::any);
+    const memory::desc biasDescription({to.channels}, kFloat, memory::format_tag::x);
+    const auto make = [&](dnnl::algorithm algorithm) {
+        return dnnl::convolution_forward::primitive_desc({dnnl::prop_kind::forward_inference,
+                                                          algorithm,
+                                                          describe(from),
+                                                          anyWeights,
+                                                          biasDescription,
+                                                          describe(to),
+                                                          {1, 1},
+                                                          {1, 1},
+                                                          {1, 1}},
+                                                         makeAttributes(operations), engine_);
+    };
+    // Winograd's algorithm takes a third less time than the direct one, where it is implemented for
+    // the shape and the processor; otherwise the library throws.
+    const auto description = [&] {
+        try {
+            return make(mayTransform ? dnnl::algorithm::convolution_winograd
+                                     : dnnl::algorithm::convolution_direct);
+        } catch (const dnnl::error&) {
+            return make(dnnl::algorithm::convolution_direct);
+        }
+    }();
+
+    memory bias(biasDescription, engine_);
+    auto* biases = static_cast<float*>(bias.get_data_handle());
+    std::fill_n(biases, to.channels, 0.0f);
+    if (sum != Sum::Nothing) {
+        std::ranges::copy(part.layer.bias, biases);
+    }
+    addStep(description, from, to,
+            9.0 * from.channels * to.channels * static_cast<double>(getPixelCount(to.level)),
+            {{DNNL_ARG_WEIGHTS, makeWeights(description.weights_desc(),
+                                            padWeights(part, from.channels, to.channels), shape)},
+             {DNNL_ARG_BIAS, bias}});
+}
+
+void OneDnnNetwork::addUpsampledConvolution(const LayerPart& part, const View& from,
+                                            const View& to) {
+    if (!addTransposedConvolution(part, from, to)) {
+        const View upsampled = makeView(from.channels, to.level);
+        addUpsampling(from, upsampled);
+        addConvolution(part, upsampled, to, Sum::Nothing, true);
+    }
+}
+
+bool OneDnnNetwork::addTransposedConvolution(const LayerPart& part, const View& from,
+                                             const View& to) {
+    const memory::dims shape = {to.channels, from.channels, 4, 4};
+    const dnnl::deconvolution_forward::primitive_desc description(
+        {dnnl::prop_kind::forward_inference,
+         dnnl::algorithm::deconvolution_direct,
+         describe(from),
+         {shape, kFloat, memory::format_tag::any},
+         describe(to),
+         {2, 2},
+         {1, 1},
+         {1, 1}},
+        makeAttributes(), engine_);
+    if (isReference(description.impl_info_str())) {
+        return false;
+    }
+    addStep(description, from, to,
+            16.0 * from.channels * to.channels * static_cast<double>(getPixelCount(from.level)),
+            {{DNNL_ARG_WEIGHTS,
+              makeWeights(description.weights_desc(),
+                          padUpsampledWeights(part, from.channels, to.channels), shape)}});
+    return true;
+}
+
+void OneDnnNetwork::addPooling(const View& from, const View& to) {
     const dnnl::pooling_v2_forward::primitive_desc description({dnnl::prop_kind::forward_inference,
                                                                 dnnl::algorithm::pooling_max,
-                                                                describe(current_),
+                                                                describe(from),
                                                                 describe(to),
                                                                 {2, 2},
                                                                 {2, 2},
@@ -197,37 +208,34 @@ void OneDnnNetwork::addPooling(const View& to) {
                                                                 {0, 0},
                                                                 {0, 0}},
                                                                makeAttributes(), engine_);
-    addStep(description, to, 0.0, {});
+    addStep(description, from, to, 0.0, {});
 }
 
-void OneDnnNetwork::addUpsampling(const View& to) {
+void OneDnnNetwork::addUpsampling(const View& from, const View& to) {
     const dnnl::resampling_forward::primitive_desc description(
-        {dnnl::prop_kind::forward_inference, dnnl::algorithm::resampling_nearest,
-         describe(current_), describe(to)},
+        {dnnl::prop_kind::forward_inference, dnnl::algorithm::resampling_nearest, describe(from),
+         describe(to)},
         makeAttributes(), engine_);
-    addStep(description, to, 0.0, {});
+    addStep(description, from, to, 0.0, {});
 }
 
 template <class Description>
-void OneDnnNetwork::addStep(const Description& description, const View& to, double cost,
-                            std::unordered_map<int, memory> arguments) {
-    // The library's fallbacks take a thousand times as long.
-    if (std::string_view(description.impl_info_str()).starts_with("ref")) {
+void OneDnnNetwork::addStep(const Description& description, const View& from, const View& to,
+                            double cost, std::unordered_map<int, memory> arguments) {
+    if (isReference(description.impl_info_str())) {
         throw std::runtime_error("there is no fast implementation for this processor");
     }
     const int step = static_cast<int>(steps_.size());
-    plan_.use(current_.buffer, step);
+    plan_.use(from.buffer, step);
     plan_.use(to.buffer, step);
     scratchpadBytes_ = std::max(scratchpadBytes_, description.scratchpad_desc().get_size());
     arguments[DNNL_ARG_SCRATCHPAD] = memory(description.scratchpad_desc(), engine_, nullptr);
-    steps_.push_back({dnnl::primitive(description), current_, to, std::move(arguments), cost});
+    steps_.push_back({dnnl::primitive(description), from, to, std::move(arguments), cost});
     cost_ += cost;
-    current_ = to;
 }
 
 void OneDnnNetwork::placeBuffers() {
-    const std::size_t bytes = plan_.arrange();
-    memory_ = PixelArray<std::byte>(bytes);
+    memory_ = PixelArray<std::byte>(plan_.arrange());
     scratchpad_ = PixelArray<std::byte>(scratchpadBytes_);
     for (Step& step : steps_) {
         step.arguments[DNNL_ARG_SRC] =
@@ -241,10 +249,7 @@ void OneDnnNetwork::placeBuffers() {
 }
 
 float* OneDnnNetwork::getAddress(const View& view) {
-    const std::size_t pixels = static_cast<std::size_t>(width_ >> view.level) *
-                               static_cast<std::size_t>(height_ >> view.level);
-    std::byte* bytes = memory_.data() + plan_.get(view.buffer).offset;
-    return reinterpret_cast<float*>(bytes) + pixels * static_cast<std::size_t>(view.firstChannel);
+    return reinterpret_cast<float*>(memory_.data() + plan_.get(view.buffer).offset);
 }
 
 bool OneDnnNetwork::run(INetworkProgress& progress, std::string& reason) noexcept {
