@@ -36,6 +36,9 @@ Guides takeGuides(DenoisingData data) {
     guides.albedo = takeFeature(data, FeatureType::VisibleDiffuse);
     if (guides.albedo) {
         guides.normals = takeFeature(data, FeatureType::VisibleNormals);
+        if (guides.normals) {
+            guides.normals->variance.reset();  // not used, and large
+        }
         forgetUnknownAlbedo(*guides.albedo);
     }
     return guides;
