@@ -92,8 +92,8 @@ TEST(FeatureTrust, ComparesNoiseWhateverTheNumberOfSamples) {
     };
     for (const float samples : {1.0f, 16.0f, 256.0f}) {
         const float deviation = 1.0f / std::sqrt(samples);
-        EXPECT_TRUE(isTrusted(0.01f * deviation, 0.5f * deviation));
-        EXPECT_FALSE(isTrusted(0.04f * deviation, 0.5f * deviation));
+        EXPECT_TRUE(isTrusted(0.003f * deviation, 0.5f * deviation));
+        EXPECT_FALSE(isTrusted(0.05f * deviation, 0.5f * deviation));
     }
     EXPECT_TRUE(isTrusted(0.0f, 0.0f));
     EXPECT_TRUE(isAlbedoTrusted({FeatureType::VisibleDiffuse, makeFlat(size, 0.3f), {}}, color,

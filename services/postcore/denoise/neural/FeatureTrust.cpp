@@ -12,9 +12,11 @@ namespace {
 
 // Of albedos, whose range is 0 to 1.
 constexpr double kUnknownError = 0.2;
-// Found on path-traced renders with 8 to 32 samples: where the albedo helps the ratio is 0.008 to
-// 0.012, where it harms 0.029 to 0.040.
-constexpr double kTrustedRatio = 0.02;
+// Found on path-traced renders with 8 to 32 samples and their single lights: where the albedo helps
+// the ratio is below 0.03, where it harms above 0.18.
+constexpr double kTrustedRatio = 0.07;
+// Keeps black albedos from counting.
+constexpr double kLeastAlbedo = 0.01;
 // Exposed luminances below this are dark.
 constexpr double kDark = 1e-3;
 // So many pixels, spread over the picture, tell its quartiles.
@@ -66,7 +68,9 @@ bool isAlbedoTrusted(const DenoisingFeature& albedo, const BitmapImpl<Rgb>& colo
         const auto index = static_cast<std::size_t>(i);
         const double luminance = getLuminance(color.pixels()[index]);
         const double colorError = getStandardError(variance.pixels()[index]) / luminance;
-        const double albedoError = getStandardError(albedo.variance->pixels()[index]);
+        const double albedoError =
+            getStandardError(albedo.variance->pixels()[index]) /
+            std::max(getLuminance(albedo.pixels.pixels()[index]), kLeastAlbedo);
         if (luminance > dark && std::isfinite(colorError) && std::isfinite(albedoError)) {
             colorErrors.push_back(colorError);
             albedoErrors.push_back(albedoError);

@@ -13,7 +13,7 @@ void forgetUnknownAlbedo(DenoisingFeature& albedo);
 
 /// Whether the albedo is so much cleaner than the colour that it, and the normals of the same
 /// samples, are a help to the network; noisy ones mislead it. Compares the upper quartiles of their
-/// standard errors where there is light; as both fall with the number of samples alike, the answer
+/// relative errors where there is light; as both fall with the number of samples alike, the answer
 /// does not depend on that. Without a variance of the albedo it is trusted.
 bool isAlbedoTrusted(const DenoisingFeature& albedo, const BitmapImpl<Rgb>& color,
                      const BitmapImpl<Rgb>& variance, float exposure);
