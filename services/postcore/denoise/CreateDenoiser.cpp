@@ -1,0 +1,29 @@
+#include "services/postcore/denoise/IDenoiser.h"
+#include "services/postcore/denoise/fireflies/FireflyDenoiser.h"
+#include "services/postcore/denoise/highquality/HighQualityDenoiser.h"
+
+#include <utility>
+
+namespace tavrin::postcore {
+
+std::unique_ptr<IDenoiser> createDenoiser(DenoisingMode mode, Scheduler& scheduler, ILogger& logger,
+                                          DenoisingData data, OidnBackend) {
+    switch (mode) {
+        case DenoisingMode::FirefliesOnly:
+            return createFireflyDenoiser(scheduler, data.fireflySensitivity);
+        case DenoisingMode::HighQuality:
+            return createHighQualityDenoiser(scheduler, std::move(data));
+        case DenoisingMode::NvidiaGpuAi:
+            logger.error("The NVIDIA denoiser is not installed on this system.");
+            return nullptr;
+        case DenoisingMode::IntelAi:
+            logger.error("The Intel denoiser is not installed on this system.");
+            return nullptr;
+        case DenoisingMode::None:
+            break;
+    }
+    logger.error("No denoising mode is selected.");
+    return nullptr;
+}
+
+}  // namespace tavrin::postcore

@@ -1,0 +1,177 @@
+#include "services/postcore/denoise/highquality/HighQualityDenoiser.h"
+
+#include "services/postcore/denoise/DenoisingRun.h"
+#include "services/postcore/denoise/GuideImage.h"
+#include "services/postcore/denoise/fireflies/FireflyFilter.h"
+#include "services/postcore/denoise/highquality/EnergyReturn.h"
+#include "services/postcore/denoise/highquality/FeatureFilter.h"
+#include "services/postcore/denoise/highquality/LocalRegression.h"
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+#include <vector>
+
+namespace tavrin::postcore {
+namespace {
+
+constexpr float kColorDamping = 0.25f;
+constexpr float kFeatureDamping = 1.0f;
+constexpr DistanceScale kColorScale{kColorDamping, 1e-6f, 12.0f};
+constexpr int kVarianceRadius = 2;
+
+GuideLimits getFeatureLimits(FeatureType type) {
+    switch (type) {
+        case FeatureType::VisibleDiffuse:
+            // Lamps that are seen directly or mirrored are as bright as they shine.
+            return {0.0f, 1.0f, 0.25f};
+        case FeatureType::VisibleNormals:
+        case FeatureType::OptixNormals:
+            return {-1.0f, 1.0f, 1.0f};
+        case FeatureType::Hybrid:
+        case FeatureType::HairIds:
+            break;
+    }
+    return kColorLimits;
+}
+
+/// The guide that colours are compared by: log(1 + colour / level), as the noise of a render grows
+/// with its brightness, and edges between bright and dark stay edges. Variances are smoothed: each
+/// is known from a few passes only.
+PlaneImage makeColorGuide(const PlaneImage& element, float level, DenoisingRun& run) {
+    PlaneImage guide = element;
+    PlaneImage blurred = element;
+    for (int c = 0; c < kGuideChannels; ++c) {
+        blurPlane(blurred, c, 1, run);
+    }
+    run.forEach(element.getHeight(), [&](std::int64_t row) {
+        const int y = static_cast<int>(row);
+        for (int c = 0; c < kGuideChannels; ++c) {
+            const float* color = element.row(c, y);
+            const float* variance = element.row(kGuideChannels + c, y);
+            for (int x = 0; x < element.getWidth(); ++x) {
+                const float positive = std::max(color[x], 0.0f);
+                const float scale = std::max(positive, blurred.row(c, y)[x]) + level;
+                guide.row(c, y)[x] = std::log1p(positive / level);
+                guide.row(kGuideChannels + c, y)[x] = variance[x] / (scale * scale);
+            }
+        }
+    });
+    guide.extendBorders();
+    for (int c = 0; c < kGuideChannels; ++c) {
+        blurPlane(guide, kGuideChannels + c, kVarianceRadius, run);
+    }
+    return guide;
+}
+
+class HighQualityDenoiser final : public IDenoiser {
+public:
+    HighQualityDenoiser(Scheduler& scheduler, DenoisingData data)
+        : scheduler_(scheduler), data_(std::move(data)) {}
+
+    Optional<BitmapImpl<Rgb>> denoise(const BitmapImpl<Rgb>& color, const BitmapImpl<Rgb>& variance,
+                                      const Progress& progress) override {
+        if (color.getPixelCount() == 0) {
+            return color;
+        }
+        DenoisingRun run(scheduler_, progress, countSteps(color));
+        prepareFeatures(color.getSize(), run);
+        const PlaneImage noisy = makeGuide(color, &variance, kColorLimits, run);
+        PlaneImage result(color.getWidth(), color.getHeight(), kGuideChannels);
+        if (!run.isAborted()) {
+            filter(noisy, result, run);
+        }
+        if (run.isAborted() || !run.step(0)) {
+            return {};
+        }
+        return toBitmap(result, color);
+    }
+
+private:
+    struct Feature {
+        FeatureType type;
+        PlaneImage guide;
+    };
+
+    std::int64_t countSteps(const BitmapImpl<Rgb>& color) const {
+        const std::int64_t columns =
+            (color.getWidth() + DenoisingTile::kWidth - 1) / DenoisingTile::kWidth;
+        const auto featureCount = static_cast<std::int64_t>(data_.features.size());
+        return countRegressionSteps(color.getWidth(), color.getHeight()) +
+               color.getHeight() * (1 + columns * featureCount);
+    }
+
+    /// Features are filtered once for all elements of the image.
+    void prepareFeatures(Pixel size, DenoisingRun& run) {
+        const PlaneImage valid = makeValidity(size.x, size.y);
+        while (!data_.features.empty()) {
+            const DenoisingFeature& feature = data_.features.back();
+            PlaneImage guide =
+                makeGuide(feature.pixels, feature.variance ? &*feature.variance : nullptr,
+                          getFeatureLimits(feature.type), run);
+            filterFeature(guide, valid, run);
+            if (run.isAborted()) {
+                return;
+            }
+            features_.push_back({feature.type, std::move(guide)});
+            data_.features.pop_back();
+        }
+    }
+
+    const PlaneImage* findFeature(FeatureType type) const {
+        const auto found = std::ranges::find(features_, type, &Feature::type);
+        return found == features_.end() ? nullptr : &found->guide;
+    }
+
+    void filter(const PlaneImage& noisy, PlaneImage& result, DenoisingRun& run) const {
+        PlaneImage cleaned = noisy;
+        const float level = measureLevel(cleaned);
+        removeFireflies(cleaned, level, data_.fireflySensitivity, run);
+        cleaned.extendBorders();
+        const float damping = data_.sensitivity * data_.sensitivity;
+        if (!(damping > 0.0f)) {
+            for (int c = 0; c < kGuideChannels; ++c) {
+                for (int y = 0; y < result.getHeight(); ++y) {
+                    std::copy_n(cleaned.row(c, y), result.getWidth(), result.row(c, y));
+                }
+            }
+            return;
+        }
+        const PlaneImage colorGuide = makeColorGuide(cleaned, level, run);
+        const PlaneImage valid = makeValidity(result.getWidth(), result.getHeight());
+        DistanceScale scale = kColorScale;
+        scale.damping *= damping;
+        RegressionInput input{cleaned,
+                              {valid, colorGuide, scale, {}, kFeatureDamping * damping},
+                              {findFeature(FeatureType::VisibleNormals),
+                               findFeature(FeatureType::VisibleDiffuse)}};
+        for (const Feature& feature : features_) {
+            input.guides.features.push_back(&feature.guide);
+        }
+        regressColors(input, result, run);
+        returnEnergy(noisy, result, run);
+    }
+
+    static BitmapImpl<Rgb> toBitmap(const PlaneImage& image, const BitmapImpl<Rgb>& alphas) {
+        BitmapImpl<Rgb> bitmap(image.getWidth(), image.getHeight());
+        for (int y = 0; y < image.getHeight(); ++y) {
+            for (int x = 0; x < image.getWidth(); ++x) {
+                bitmap.at(x, y) = {image.row(0, y)[x], image.row(1, y)[x], image.row(2, y)[x],
+                                   alphas.at(x, y).a};
+            }
+        }
+        return bitmap;
+    }
+
+    Scheduler& scheduler_;
+    DenoisingData data_;
+    std::vector<Feature> features_;
+};
+
+}  // namespace
+
+std::unique_ptr<IDenoiser> createHighQualityDenoiser(Scheduler& scheduler, DenoisingData data) {
+    return std::make_unique<HighQualityDenoiser>(scheduler, std::move(data));
+}
+
+}  // namespace tavrin::postcore

@@ -1,0 +1,29 @@
+#pragma once
+
+#include "services/postcore/denoise/DenoisingRun.h"
+#include "services/postcore/denoise/PlaneImage.h"
+#include "services/postcore/denoise/highquality/WindowWeights.h"
+
+#include <array>
+#include <cstdint>
+
+namespace tavrin::postcore {
+
+/// What the regression works on; all images have one size, their borders are extended.
+struct RegressionInput {
+    const PlaneImage& color;  ///< its first three planes
+    WindowGuides guides;
+    std::array<const PlaneImage*, 2> regressors;  ///< the first three planes of each; may be null
+};
+
+/// Estimates the colours without noise in three ways, whose errors differ, and writes their
+/// geometric mean into the three planes of `result`: the mean of the pixels that are alike by all
+/// guides, and first-order regression on the regressors over pixels that are alike by all guides
+/// or by colour alone (after Bitterli et al. 2016, "Nonlinearly weighted first-order regression").
+/// Left unfinished when the run is aborted. Throws std::bad_alloc.
+void regressColors(const RegressionInput& input, PlaneImage& result, DenoisingRun& run);
+
+/// The steps that regressColors() takes of the run.
+std::int64_t countRegressionSteps(int width, int height);
+
+}  // namespace tavrin::postcore

@@ -1,0 +1,303 @@
+#include "services/postcore/denoise/highquality/WindowKernels.h"
+
+#include "services/postcore/denoise/PlaneImage.h"
+
+// The order matters: this source is included again for each instruction set.
+// clang-format off
+#undef HWY_TARGET_INCLUDE
+#define HWY_TARGET_INCLUDE "services/postcore/denoise/highquality/WindowKernels.cpp"
+#include <hwy/foreach_target.h>
+#include <hwy/highway.h>
+#include "services/colorkit/simd/Math-inl.h"
+// clang-format on
+
+HWY_BEFORE_NAMESPACE();
+namespace tavrin::postcore::HWY_NAMESPACE {
+
+namespace hn = hwy::HWY_NAMESPACE;
+namespace math = colorkit::HWY_NAMESPACE;
+
+using Whole = hn::CappedTag<float, PlaneImage::kGranule>;
+
+constexpr float kMinusLog2E = -1.44269504f;
+constexpr float kTinyWeight = 1e-4f;
+constexpr float kRidge = 1e-2f;
+constexpr int kUnknowns = kRegressors + 1;
+constexpr int kLanes = PlaneImage::kGranule;
+
+void distances(const GuideRow& here, const GuideRow& there, const DistanceScale& scale,
+               std::size_t count, float* result) {
+    const Whole d;
+    const auto damping = hn::Set(d, scale.damping);
+    const auto smallest = hn::Set(d, scale.smallest);
+    const auto limit = hn::Set(d, scale.limit);
+    for (std::size_t i = 0; i < count; i += hn::Lanes(d)) {
+        auto sum = hn::Zero(d);
+        for (int c = 0; c < kGuideChannels; ++c) {
+            const auto difference =
+                hn::Sub(hn::LoadU(d, here.value[c] + i), hn::LoadU(d, there.value[c] + i));
+            const auto own = hn::LoadU(d, here.variance[c] + i);
+            const auto other = hn::LoadU(d, there.variance[c] + i);
+            const auto noise = hn::Add(own, hn::Min(own, other));
+            const auto excess = hn::MulSub(difference, difference, noise);
+            sum = hn::Add(
+                sum, hn::Div(excess, hn::MulAdd(damping, hn::Add(own, other), smallest)));
+        }
+        const auto mean = hn::Mul(sum, hn::Set(d, 1.0f / kGuideChannels));
+        hn::StoreU(hn::Clamp(mean, hn::Neg(limit), limit), d, result + i);
+    }
+}
+
+void raiseFeatures(const GuideRow& here, const GuideRow& there,
+                   const float* const (&scale)[kGuideChannels], std::size_t count,
+                   float* largest) {
+    const Whole d;
+    for (std::size_t i = 0; i < count; i += hn::Lanes(d)) {
+        auto result = hn::LoadU(d, largest + i);
+        for (int c = 0; c < kGuideChannels; ++c) {
+            const auto difference =
+                hn::Sub(hn::LoadU(d, here.value[c] + i), hn::LoadU(d, there.value[c] + i));
+            const auto own = hn::LoadU(d, here.variance[c] + i);
+            const auto other = hn::LoadU(d, there.variance[c] + i);
+            const auto noise = hn::Add(own, hn::Min(own, other));
+            const auto excess = hn::MulSub(difference, difference, noise);
+            result = hn::Max(result, hn::Mul(excess, hn::LoadU(d, scale[c] + i)));
+        }
+        hn::StoreU(result, d, largest + i);
+    }
+}
+
+template <class D, class V>
+HWY_INLINE V toWeight(D d, V distance, V valid) {
+    const V weight =
+        hn::Mul(valid, math::computeExp2(d, hn::Mul(distance, hn::Set(d, kMinusLog2E))));
+    return hn::IfThenElseZero(hn::Ge(weight, hn::Set(d, kTinyWeight)), weight);
+}
+
+void weights(const WeightRows& rows, std::size_t count) {
+    const Whole d;
+    for (std::size_t i = 0; i < count; i += hn::Lanes(d)) {
+        auto sum = hn::Zero(d);
+        for (const float* distance : rows.distances) {
+            sum = hn::Add(sum, hn::Add(hn::LoadU(d, distance + i - 1),
+                                       hn::Add(hn::LoadU(d, distance + i),
+                                               hn::LoadU(d, distance + i + 1))));
+        }
+        const auto mean = hn::Max(hn::Mul(sum, hn::Set(d, 1.0f / 9.0f)), hn::Zero(d));
+        const auto valid =
+            hn::Mul(hn::LoadU(d, rows.validHere + i), hn::LoadU(d, rows.validThere + i));
+        hn::StoreU(toWeight(d, mean, valid), d, rows.weights + i);
+        if (rows.combined) {
+            const auto both = hn::Max(mean, hn::LoadU(d, rows.featureDistances + i));
+            hn::StoreU(toWeight(d, both, valid), d, rows.combined + i);
+        }
+    }
+}
+
+void add(const GuideRow& there, const float* weights, std::size_t count,
+         const AverageRows& sums) {
+    const Whole d;
+    for (std::size_t i = 0; i < count; i += hn::Lanes(d)) {
+        const auto weight = hn::LoadU(d, weights + i);
+        const auto square = hn::Mul(weight, weight);
+        hn::StoreU(hn::Add(hn::LoadU(d, sums.weight + i), weight), d, sums.weight + i);
+        for (int c = 0; c < kGuideChannels; ++c) {
+            float* value = sums.value[c] + i;
+            float* variance = sums.variance[c] + i;
+            hn::StoreU(hn::MulAdd(weight, hn::LoadU(d, there.value[c] + i), hn::LoadU(d, value)),
+                       d, value);
+            hn::StoreU(
+                hn::MulAdd(square, hn::LoadU(d, there.variance[c] + i), hn::LoadU(d, variance)), d,
+                variance);
+        }
+    }
+}
+
+/// The normal equations of a vector of pixels: matrix entries (i, j), j <= i, and right-hand sides,
+/// each kLanes floats.
+struct Equations {
+    HWY_ALIGN float matrix[kUnknowns * (kUnknowns + 1) / 2][kLanes];
+    HWY_ALIGN float side[kUnknowns][kGuideChannels][kLanes];
+
+    static constexpr int index(int i, int j) { return i * (i + 1) / 2 + j; }
+};
+
+template <class D, class V>
+HWY_INLINE void addTo(D d, float* sum, V a, V b) {
+    hn::Store(hn::MulAdd(a, b, hn::Load(d, sum)), d, sum);
+}
+
+template <class D>
+HWY_INLINE void gather(D d, const RegressionRow& row, std::size_t x, Equations& equations) {
+    for (auto& entry : equations.matrix) {
+        hn::Store(hn::Zero(d), d, entry);
+    }
+    for (auto& entry : equations.side) {
+        for (auto& channel : entry) {
+            hn::Store(hn::Zero(d), d, channel);
+        }
+    }
+    const auto one = hn::Set(d, 1.0f);
+    for (std::size_t n = 0; n < row.offsets.size(); ++n) {
+        const auto weight = hn::LoadU(
+            d, row.weights + static_cast<std::ptrdiff_t>(n) * row.weightStride + x);
+        if (hn::AllFalse(d, hn::Gt(weight, hn::Zero(d)))) {
+            continue;
+        }
+        const std::ptrdiff_t at = static_cast<std::ptrdiff_t>(x) + row.offsets[n];
+        HWY_ALIGN float terms[kUnknowns][kLanes];
+        hn::Store(one, d, terms[0]);
+        for (int i = 0; i < kRegressors; ++i) {
+            hn::Store(hn::Sub(hn::LoadU(d, row.regressors[i] + at),
+                              hn::LoadU(d, row.regressors[i] + x)),
+                      d, terms[i + 1]);
+        }
+        const auto red = hn::LoadU(d, row.color[0] + at);
+        const auto green = hn::LoadU(d, row.color[1] + at);
+        const auto blue = hn::LoadU(d, row.color[2] + at);
+        for (int i = 0; i < kUnknowns; ++i) {
+            const auto weighed = hn::Mul(weight, hn::Load(d, terms[i]));
+            for (int j = 0; j <= i; ++j) {
+                addTo(d, equations.matrix[Equations::index(i, j)], weighed,
+                      hn::Load(d, terms[j]));
+            }
+            addTo(d, equations.side[i][0], weighed, red);
+            addTo(d, equations.side[i][1], weighed, green);
+            addTo(d, equations.side[i][2], weighed, blue);
+        }
+    }
+}
+
+/// Replaces the right-hand sides by the solutions: Cholesky's decomposition with a ridge, which
+/// takes the slopes back where the regressors hardly differ.
+template <class D>
+HWY_INLINE void solve(D d, Equations& equations) {
+    const auto at = [&](int i, int j) HWY_ATTR { return equations.matrix[Equations::index(i, j)]; };
+    const auto ridge = hn::Mul(hn::Load(d, at(0, 0)), hn::Set(d, kRidge));
+    const auto tiny = hn::Set(d, 1e-20f);
+    for (int i = 0; i < kUnknowns; ++i) {
+        for (int j = 0; j <= i; ++j) {
+            auto sum = hn::Load(d, at(i, j));
+            if (i == j && i > 0) {
+                sum = hn::Add(sum, ridge);
+            }
+            for (int m = 0; m < j; ++m) {
+                sum = hn::NegMulAdd(hn::Load(d, at(i, m)), hn::Load(d, at(j, m)), sum);
+            }
+            // The diagonal holds reciprocals.
+            const auto entry = i == j
+                                   ? hn::Div(hn::Set(d, 1.0f), hn::Sqrt(hn::Max(sum, tiny)))
+                                   : hn::Mul(sum, hn::Load(d, at(j, j)));
+            hn::Store(entry, d, at(i, j));
+        }
+    }
+    for (int c = 0; c < kGuideChannels; ++c) {
+        for (int i = 0; i < kUnknowns; ++i) {
+            auto sum = hn::Load(d, equations.side[i][c]);
+            for (int m = 0; m < i; ++m) {
+                sum = hn::NegMulAdd(hn::Load(d, at(i, m)), hn::Load(d, equations.side[m][c]), sum);
+            }
+            hn::Store(hn::Mul(sum, hn::Load(d, at(i, i))), d, equations.side[i][c]);
+        }
+        for (int i = kUnknowns - 1; i >= 0; --i) {
+            auto sum = hn::Load(d, equations.side[i][c]);
+            for (int m = i + 1; m < kUnknowns; ++m) {
+                sum = hn::NegMulAdd(hn::Load(d, at(m, i)), hn::Load(d, equations.side[m][c]), sum);
+            }
+            hn::Store(hn::Mul(sum, hn::Load(d, at(i, i))), d, equations.side[i][c]);
+        }
+    }
+}
+
+template <class D>
+HWY_INLINE void scatter(D d, const RegressionRow& row, std::size_t x, const Equations& equations) {
+    for (std::size_t n = 0; n < row.offsets.size(); ++n) {
+        const auto weight = hn::LoadU(
+            d, row.weights + static_cast<std::ptrdiff_t>(n) * row.weightStride + x);
+        if (hn::AllFalse(d, hn::Gt(weight, hn::Zero(d)))) {
+            continue;
+        }
+        const std::ptrdiff_t at = static_cast<std::ptrdiff_t>(x) + row.offsets[n];
+        auto red = hn::Load(d, equations.side[0][0]);
+        auto green = hn::Load(d, equations.side[0][1]);
+        auto blue = hn::Load(d, equations.side[0][2]);
+        for (int i = 0; i < kRegressors; ++i) {
+            const auto term = hn::Sub(hn::LoadU(d, row.regressors[i] + at),
+                                      hn::LoadU(d, row.regressors[i] + x));
+            red = hn::MulAdd(term, hn::Load(d, equations.side[i + 1][0]), red);
+            green = hn::MulAdd(term, hn::Load(d, equations.side[i + 1][1]), green);
+            blue = hn::MulAdd(term, hn::Load(d, equations.side[i + 1][2]), blue);
+        }
+        const auto addAt = [&](float* sum, auto value) HWY_ATTR {
+            hn::StoreU(hn::MulAdd(weight, value, hn::LoadU(d, sum + at)), d, sum + at);
+        };
+        addAt(row.sum[0], red);
+        addAt(row.sum[1], green);
+        addAt(row.sum[2], blue);
+        addAt(row.sumWeight, hn::Set(d, 1.0f));
+    }
+}
+
+void regressRow(const RegressionRow& row, std::size_t count) {
+    const Whole d;
+    Equations equations;
+    for (std::size_t x = 0; x < count; x += hn::Lanes(d)) {
+        gather(d, row, x, equations);
+        if (row.mean[0]) {
+            const auto total = hn::Max(hn::Load(d, equations.matrix[0]), hn::Set(d, kTinyWeight));
+            for (int c = 0; c < kGuideChannels; ++c) {
+                hn::StoreU(hn::Div(hn::Load(d, equations.side[0][c]), total), d, row.mean[c] + x);
+            }
+        }
+        solve(d, equations);
+        scatter(d, row, x, equations);
+    }
+}
+
+}  // namespace tavrin::postcore::HWY_NAMESPACE
+HWY_AFTER_NAMESPACE();
+
+#if HWY_ONCE
+namespace tavrin::postcore {
+
+HWY_EXPORT(distances);
+HWY_EXPORT(raiseFeatures);
+HWY_EXPORT(weights);
+HWY_EXPORT(add);
+HWY_EXPORT(regressRow);
+
+GuideRow GuideRow::movedBy(std::ptrdiff_t offset) const {
+    GuideRow moved = *this;
+    for (int c = 0; c < kGuideChannels; ++c) {
+        moved.value[c] += offset;
+        moved.variance[c] += offset;
+    }
+    return moved;
+}
+
+void computeDistances(const GuideRow& here, const GuideRow& there, const DistanceScale& scale,
+                      std::size_t count, float* result) {
+    HWY_DYNAMIC_DISPATCH(distances)(here, there, scale, count, result);
+}
+
+void raiseFeatureDistances(const GuideRow& here, const GuideRow& there,
+                           const float* const (&scale)[kGuideChannels], std::size_t count,
+                           float* largest) {
+    HWY_DYNAMIC_DISPATCH(raiseFeatures)(here, there, scale, count, largest);
+}
+
+void computeWeights(const WeightRows& rows, std::size_t count) {
+    HWY_DYNAMIC_DISPATCH(weights)(rows, count);
+}
+
+void addNeighbor(const GuideRow& there, const float* weights, std::size_t count,
+                 const AverageRows& sums) {
+    HWY_DYNAMIC_DISPATCH(add)(there, weights, count, sums);
+}
+
+void regress(const RegressionRow& row, std::size_t count) {
+    HWY_DYNAMIC_DISPATCH(regressRow)(row, count);
+}
+
+}  // namespace tavrin::postcore
+#endif
