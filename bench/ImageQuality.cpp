@@ -13,9 +13,13 @@ namespace {
 
 using Components = std::array<double, 3>;
 
-Components getComponents(const Rgb& pixel) { return {pixel.r, pixel.g, pixel.b}; }
+Components getComponents(const Rgb& pixel) {
+    return {pixel.r, pixel.g, pixel.b};
+}
 
-double getSum(const Components& values) { return values[0] + values[1] + values[2]; }
+double getSum(const Components& values) {
+    return values[0] + values[1] + values[2];
+}
 
 double getLuminance(const Rgb& pixel) {
     const Components values = getComponents(pixel);
@@ -39,15 +43,24 @@ double getSquaredDifference(const Rgb& left, const Rgb& right) {
 constexpr int kRadius = 5;
 constexpr double kSigma = 1.5;
 
+std::array<double, 2 * kRadius + 1> makeGaussian() {
+    std::array<double, 2 * kRadius + 1> weights{};
+    for (int i = -kRadius; i <= kRadius; ++i) {
+        weights[std::size_t(i + kRadius)] = std::exp(-i * i / (2.0 * kSigma * kSigma));
+    }
+    return weights;
+}
+
 /// The mean around a pixel of value(x, y), weighed by a Gaussian, within the image.
 template <class Value>
 double getLocalMean(Pixel size, int x, int y, const Value& value) {
+    static const auto kWeights = makeGaussian();
     double sum = 0.0;
     double weights = 0.0;
     for (int j = std::max(y - kRadius, 0); j <= std::min(y + kRadius, size.y - 1); ++j) {
         for (int i = std::max(x - kRadius, 0); i <= std::min(x + kRadius, size.x - 1); ++i) {
-            const double distance = (i - x) * (i - x) + (j - y) * (j - y);
-            const double weight = std::exp(-distance / (2.0 * kSigma * kSigma));
+            const double weight =
+                kWeights[std::size_t(i - x + kRadius)] * kWeights[std::size_t(j - y + kRadius)];
             sum += weight * value(i, j);
             weights += weight;
         }

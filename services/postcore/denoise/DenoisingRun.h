@@ -15,8 +15,7 @@ namespace tavrin::postcore {
 class DenoisingRun {
 public:
     /// `totalSteps` is the number of steps that the run has in all.
-    DenoisingRun(Scheduler& scheduler, const IDenoiser::Progress& progress,
-                 std::int64_t totalSteps)
+    DenoisingRun(Scheduler& scheduler, const IDenoiser::Progress& progress, std::int64_t totalSteps)
         : scheduler_(scheduler), progress_(progress), totalSteps_(totalSteps) {}
 
     bool isAborted() const { return isAborted_; }

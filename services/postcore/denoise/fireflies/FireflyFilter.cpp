@@ -61,8 +61,8 @@ bool isFirefly(const PlaneImage& image, int x, int y, const Surroundings& around
     }
     const float relativeVariance =
         std::min(around.variances / (around.squares + std::numeric_limits<float>::min()), 1.0f);
-    const float variance = std::max(getMean(image, kChannels, x, y),
-                                    relativeVariance * brightness * brightness);
+    const float variance =
+        std::max(getMean(image, kChannels, x, y), relativeVariance * brightness * brightness);
     return std::sqrt(variance) * sensitivity > kUncertainty * (brightness - around.brightest);
 }
 
@@ -100,9 +100,9 @@ float measureLevel(const PlaneImage& image) {
             }
         }
     }
-    return count == 0 ? 1.0f
-                      : static_cast<float>(kLevelOfMean *
-                                           std::exp(sum / static_cast<double>(count)));
+    return count == 0
+               ? 1.0f
+               : static_cast<float>(kLevelOfMean * std::exp(sum / static_cast<double>(count)));
 }
 
 }  // namespace tavrin::postcore

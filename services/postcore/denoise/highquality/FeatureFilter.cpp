@@ -37,10 +37,10 @@ private:
     static constexpr int kWidth = DenoisingTile::kWidth;
 
     std::vector<float> sums_ = std::vector<float>((kGuidePlanes + 1) * kWidth);
-    AverageRows rows_{{sums_.data(), sums_.data() + kWidth, sums_.data() + 2 * kWidth},
-                      {sums_.data() + 3 * kWidth, sums_.data() + 4 * kWidth,
-                       sums_.data() + 5 * kWidth},
-                      sums_.data() + 6 * kWidth};
+    AverageRows rows_{
+        {sums_.data(), sums_.data() + kWidth, sums_.data() + 2 * kWidth},
+        {sums_.data() + 3 * kWidth, sums_.data() + 4 * kWidth, sums_.data() + 5 * kWidth},
+        sums_.data() + 6 * kWidth};
 };
 
 void averageTile(const DenoisingTile& tile, const PlaneImage& feature, WindowWeights& weights,

@@ -19,6 +19,8 @@ constexpr float kColorDamping = 0.25f;
 constexpr float kFeatureDamping = 1.0f;
 constexpr DistanceScale kColorScale{kColorDamping, 1e-6f, 12.0f};
 constexpr int kVarianceRadius = 2;
+// From eight standard deviations on a pixel knows better than its neighbours.
+constexpr float kCertain = 64.0f;
 
 GuideLimits getFeatureLimits(FeatureType type) {
     switch (type) {
@@ -62,6 +64,29 @@ PlaneImage makeColorGuide(const PlaneImage& element, float level, DenoisingRun& 
         blurPlane(guide, kGuideChannels + c, kVarianceRadius, run);
     }
     return guide;
+}
+
+/// Gives back what the filters have taken from pixels of which it is certain: differences far
+/// beyond the noise of a single pixel, as lamps have that are as small as a pixel.
+void keepCertainPixels(const PlaneImage& element, const PlaneImage& colorGuide, float level,
+                       PlaneImage& result, DenoisingRun& run) {
+    run.forEach(element.getHeight(), [&](std::int64_t row) {
+        const int y = static_cast<int>(row);
+        for (int c = 0; c < kGuideChannels; ++c) {
+            const float* color = element.row(c, y);
+            const float* value = colorGuide.row(c, y);
+            const float* variance = colorGuide.row(kGuideChannels + c, y);
+            float* filtered = result.row(c, y);
+            for (int x = 0; x < element.getWidth(); ++x) {
+                const float difference = value[x] - std::log1p(filtered[x] / level);
+                const float noise = kCertain * variance[x];
+                const float square = difference * difference;
+                if (square > noise) {
+                    filtered[x] += (color[x] - filtered[x]) * (1.0f - noise / square);
+                }
+            }
+        }
+    });
 }
 
 class HighQualityDenoiser final : public IDenoiser {
@@ -141,14 +166,15 @@ private:
         const PlaneImage valid = makeValidity(result.getWidth(), result.getHeight());
         DistanceScale scale = kColorScale;
         scale.damping *= damping;
-        RegressionInput input{cleaned,
-                              {valid, colorGuide, scale, {}, kFeatureDamping * damping},
-                              {findFeature(FeatureType::VisibleNormals),
-                               findFeature(FeatureType::VisibleDiffuse)}};
+        RegressionInput input{
+            cleaned,
+            {valid, colorGuide, scale, {}, kFeatureDamping * damping},
+            {findFeature(FeatureType::VisibleNormals), findFeature(FeatureType::VisibleDiffuse)}};
         for (const Feature& feature : features_) {
             input.guides.features.push_back(&feature.guide);
         }
         regressColors(input, result, run);
+        keepCertainPixels(cleaned, colorGuide, level, result, run);
         returnEnergy(noisy, result, run);
     }
 

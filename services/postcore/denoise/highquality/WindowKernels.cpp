@@ -40,8 +40,7 @@ void distances(const GuideRow& here, const GuideRow& there, const DistanceScale&
             const auto other = hn::LoadU(d, there.variance[c] + i);
             const auto noise = hn::Add(own, hn::Min(own, other));
             const auto excess = hn::MulSub(difference, difference, noise);
-            sum = hn::Add(
-                sum, hn::Div(excess, hn::MulAdd(damping, hn::Add(own, other), smallest)));
+            sum = hn::Add(sum, hn::Div(excess, hn::MulAdd(damping, hn::Add(own, other), smallest)));
         }
         const auto mean = hn::Mul(sum, hn::Set(d, 1.0f / kGuideChannels));
         hn::StoreU(hn::Clamp(mean, hn::Neg(limit), limit), d, result + i);
@@ -49,8 +48,7 @@ void distances(const GuideRow& here, const GuideRow& there, const DistanceScale&
 }
 
 void raiseFeatures(const GuideRow& here, const GuideRow& there,
-                   const float* const (&scale)[kGuideChannels], std::size_t count,
-                   float* largest) {
+                   const float* const (&scale)[kGuideChannels], std::size_t count, float* largest) {
     const Whole d;
     for (std::size_t i = 0; i < count; i += hn::Lanes(d)) {
         auto result = hn::LoadU(d, largest + i);
@@ -79,9 +77,9 @@ void weights(const WeightRows& rows, std::size_t count) {
     for (std::size_t i = 0; i < count; i += hn::Lanes(d)) {
         auto sum = hn::Zero(d);
         for (const float* distance : rows.distances) {
-            sum = hn::Add(sum, hn::Add(hn::LoadU(d, distance + i - 1),
-                                       hn::Add(hn::LoadU(d, distance + i),
-                                               hn::LoadU(d, distance + i + 1))));
+            sum = hn::Add(
+                sum, hn::Add(hn::LoadU(d, distance + i - 1),
+                             hn::Add(hn::LoadU(d, distance + i), hn::LoadU(d, distance + i + 1))));
         }
         const auto mean = hn::Max(hn::Mul(sum, hn::Set(d, 1.0f / 9.0f)), hn::Zero(d));
         const auto valid =
@@ -94,8 +92,7 @@ void weights(const WeightRows& rows, std::size_t count) {
     }
 }
 
-void add(const GuideRow& there, const float* weights, std::size_t count,
-         const AverageRows& sums) {
+void add(const GuideRow& there, const float* weights, std::size_t count, const AverageRows& sums) {
     const Whole d;
     for (std::size_t i = 0; i < count; i += hn::Lanes(d)) {
         const auto weight = hn::LoadU(d, weights + i);
@@ -104,8 +101,8 @@ void add(const GuideRow& there, const float* weights, std::size_t count,
         for (int c = 0; c < kGuideChannels; ++c) {
             float* value = sums.value[c] + i;
             float* variance = sums.variance[c] + i;
-            hn::StoreU(hn::MulAdd(weight, hn::LoadU(d, there.value[c] + i), hn::LoadU(d, value)),
-                       d, value);
+            hn::StoreU(hn::MulAdd(weight, hn::LoadU(d, there.value[c] + i), hn::LoadU(d, value)), d,
+                       value);
             hn::StoreU(
                 hn::MulAdd(square, hn::LoadU(d, there.variance[c] + i), hn::LoadU(d, variance)), d,
                 variance);
@@ -139,8 +136,8 @@ HWY_INLINE void gather(D d, const RegressionRow& row, std::size_t x, Equations& 
     }
     const auto one = hn::Set(d, 1.0f);
     for (std::size_t n = 0; n < row.offsets.size(); ++n) {
-        const auto weight = hn::LoadU(
-            d, row.weights + static_cast<std::ptrdiff_t>(n) * row.weightStride + x);
+        const auto weight =
+            hn::LoadU(d, row.weights + static_cast<std::ptrdiff_t>(n) * row.weightStride + x);
         if (hn::AllFalse(d, hn::Gt(weight, hn::Zero(d)))) {
             continue;
         }
@@ -148,9 +145,9 @@ HWY_INLINE void gather(D d, const RegressionRow& row, std::size_t x, Equations& 
         HWY_ALIGN float terms[kUnknowns][kLanes];
         hn::Store(one, d, terms[0]);
         for (int i = 0; i < kRegressors; ++i) {
-            hn::Store(hn::Sub(hn::LoadU(d, row.regressors[i] + at),
-                              hn::LoadU(d, row.regressors[i] + x)),
-                      d, terms[i + 1]);
+            hn::Store(
+                hn::Sub(hn::LoadU(d, row.regressors[i] + at), hn::LoadU(d, row.regressors[i] + x)),
+                d, terms[i + 1]);
         }
         const auto red = hn::LoadU(d, row.color[0] + at);
         const auto green = hn::LoadU(d, row.color[1] + at);
@@ -158,8 +155,7 @@ HWY_INLINE void gather(D d, const RegressionRow& row, std::size_t x, Equations& 
         for (int i = 0; i < kUnknowns; ++i) {
             const auto weighed = hn::Mul(weight, hn::Load(d, terms[i]));
             for (int j = 0; j <= i; ++j) {
-                addTo(d, equations.matrix[Equations::index(i, j)], weighed,
-                      hn::Load(d, terms[j]));
+                addTo(d, equations.matrix[Equations::index(i, j)], weighed, hn::Load(d, terms[j]));
             }
             addTo(d, equations.side[i][0], weighed, red);
             addTo(d, equations.side[i][1], weighed, green);
@@ -185,9 +181,8 @@ HWY_INLINE void solve(D d, Equations& equations) {
                 sum = hn::NegMulAdd(hn::Load(d, at(i, m)), hn::Load(d, at(j, m)), sum);
             }
             // The diagonal holds reciprocals.
-            const auto entry = i == j
-                                   ? hn::Div(hn::Set(d, 1.0f), hn::Sqrt(hn::Max(sum, tiny)))
-                                   : hn::Mul(sum, hn::Load(d, at(j, j)));
+            const auto entry = i == j ? hn::Div(hn::Set(d, 1.0f), hn::Sqrt(hn::Max(sum, tiny)))
+                                      : hn::Mul(sum, hn::Load(d, at(j, j)));
             hn::Store(entry, d, at(i, j));
         }
     }
@@ -212,8 +207,8 @@ HWY_INLINE void solve(D d, Equations& equations) {
 template <class D>
 HWY_INLINE void scatter(D d, const RegressionRow& row, std::size_t x, const Equations& equations) {
     for (std::size_t n = 0; n < row.offsets.size(); ++n) {
-        const auto weight = hn::LoadU(
-            d, row.weights + static_cast<std::ptrdiff_t>(n) * row.weightStride + x);
+        const auto weight =
+            hn::LoadU(d, row.weights + static_cast<std::ptrdiff_t>(n) * row.weightStride + x);
         if (hn::AllFalse(d, hn::Gt(weight, hn::Zero(d)))) {
             continue;
         }
@@ -222,8 +217,8 @@ HWY_INLINE void scatter(D d, const RegressionRow& row, std::size_t x, const Equa
         auto green = hn::Load(d, equations.side[0][1]);
         auto blue = hn::Load(d, equations.side[0][2]);
         for (int i = 0; i < kRegressors; ++i) {
-            const auto term = hn::Sub(hn::LoadU(d, row.regressors[i] + at),
-                                      hn::LoadU(d, row.regressors[i] + x));
+            const auto term =
+                hn::Sub(hn::LoadU(d, row.regressors[i] + at), hn::LoadU(d, row.regressors[i] + x));
             red = hn::MulAdd(term, hn::Load(d, equations.side[i + 1][0]), red);
             green = hn::MulAdd(term, hn::Load(d, equations.side[i + 1][1]), green);
             blue = hn::MulAdd(term, hn::Load(d, equations.side[i + 1][2]), blue);
@@ -265,15 +260,6 @@ HWY_EXPORT(raiseFeatures);
 HWY_EXPORT(weights);
 HWY_EXPORT(add);
 HWY_EXPORT(regressRow);
-
-GuideRow GuideRow::movedBy(std::ptrdiff_t offset) const {
-    GuideRow moved = *this;
-    for (int c = 0; c < kGuideChannels; ++c) {
-        moved.value[c] += offset;
-        moved.variance[c] += offset;
-    }
-    return moved;
-}
 
 void computeDistances(const GuideRow& here, const GuideRow& there, const DistanceScale& scale,
                       std::size_t count, float* result) {

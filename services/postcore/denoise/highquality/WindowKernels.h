@@ -18,7 +18,14 @@ struct GuideRow {
     const float* value[kGuideChannels];
     const float* variance[kGuideChannels];
 
-    GuideRow movedBy(std::ptrdiff_t offset) const;
+    GuideRow movedBy(std::ptrdiff_t offset) const {
+        GuideRow moved = *this;
+        for (int c = 0; c < kGuideChannels; ++c) {
+            moved.value[c] += offset;
+            moved.variance[c] += offset;
+        }
+        return moved;
+    }
 };
 
 /// How differences are judged: Rousselle, Knaus, Zwicker 2012, equation 5.

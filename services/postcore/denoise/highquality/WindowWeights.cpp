@@ -8,7 +8,9 @@ namespace {
 // Differences of features up to this squared, about one in 8-bit colours, mean nothing.
 constexpr float kLeastFeatureVariance = 1e-3f;
 
-float square(float value) { return value * value; }
+float square(float value) {
+    return value * value;
+}
 
 /// The squared slope of a plane at a pixel, along each axis to the side where it is smaller: the
 /// edge of an object is no slope of it.

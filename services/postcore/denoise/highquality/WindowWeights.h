@@ -64,8 +64,7 @@ public:
 private:
     static constexpr std::ptrdiff_t kRowFloats = DenoisingTile::kWidth;
     // Distances are computed for a pixel more on each side.
-    static constexpr std::ptrdiff_t kDistanceFloats =
-        DenoisingTile::kWidth + PlaneImage::kGranule;
+    static constexpr std::ptrdiff_t kDistanceFloats = DenoisingTile::kWidth + PlaneImage::kGranule;
 
     void computeFeatureScales(const DenoisingTile& tile);
     void computeForOffset(const DenoisingTile& tile, std::size_t index);
