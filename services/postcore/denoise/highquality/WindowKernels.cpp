@@ -20,7 +20,7 @@ namespace math = colorkit::HWY_NAMESPACE;
 using Whole = hn::CappedTag<float, PlaneImage::kGranule>;
 
 constexpr float kMinusLog2E = -1.44269504f;
-constexpr float kTinyWeight = 1e-4f;
+constexpr float kTinyWeight = 1e-2f;
 constexpr float kRidge = 1e-2f;
 constexpr int kUnknowns = kRegressors + 1;
 constexpr int kLanes = PlaneImage::kGranule;
