@@ -73,6 +73,32 @@ void writeRender(const std::string& file) {
     write(header, channels, file);
 }
 
+/// A grey picture with a firefly, its variance and its passes, and an element without variance.
+void writeNoisy(const std::string& file) {
+    const std::vector<std::string> channels = {
+        "B",       "G",           "R",           "Plain.B",     "Plain.G",
+        "Plain.R", "SqrBeauty.B", "SqrBeauty.G", "SqrBeauty.R", "TAVRIN_FB_WEIGHTS"};
+    Imf::Header header = makeHeader(channels);
+    std::vector<float> grey(kWidth * kHeight, 0.25f);
+    std::vector<float> noisy = grey;
+    noisy[kWidth + 1] = 50.0f;
+    std::vector<float> variance(kWidth * kHeight, 0.001f);
+    variance[kWidth + 1] = 2000.0f;
+    std::vector<float> passes(kWidth * kHeight, 8.0f);
+    Imf::FrameBuffer frameBuffer;
+    for (const std::string& channel : channels) {
+        std::vector<float>& plane = channel.size() == 1             ? noisy
+                                    : channel.starts_with("Sqr")    ? variance
+                                    : channel.starts_with("TAVRIN") ? passes
+                                                                    : grey;
+        frameBuffer.insert(channel, Imf::Slice(Imf::FLOAT, reinterpret_cast<char*>(plane.data()),
+                                               sizeof(float), sizeof(float) * kWidth));
+    }
+    Imf::OutputFile output(file.c_str(), header);
+    output.setFrameBuffer(frameBuffer);
+    output.writePixels(kHeight);
+}
+
 /// Layers of a renderer that names its beauty in its own way.
 void writeLayers(const std::string& file) {
     const std::vector<std::string> channels = {"View.Combined.B", "View.Combined.G",
@@ -117,7 +143,7 @@ void writeParts(const std::string& file) {
 int main(int argumentCount, char** arguments) {
     static const std::map<std::string, void (*)(const std::string&)> kKinds = {
         {"render", writeRender},           {"layers", writeLayers}, {"clash", writeClash},
-        {"metadata", writeBrokenMetadata}, {"parts", writeParts},
+        {"metadata", writeBrokenMetadata}, {"noisy", writeNoisy},   {"parts", writeParts},
     };
     if (argumentCount != 3 || !kKinds.contains(arguments[1])) {
         std::cerr << "A kind of image and a file are expected.\n";

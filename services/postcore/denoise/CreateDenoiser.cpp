@@ -1,13 +1,14 @@
 #include "services/postcore/denoise/IDenoiser.h"
 #include "services/postcore/denoise/fireflies/FireflyDenoiser.h"
 #include "services/postcore/denoise/highquality/HighQualityDenoiser.h"
+#include "services/postcore/denoise/neural/NeuralDenoiser.h"
 
 #include <utility>
 
 namespace tavrin::postcore {
 
 std::unique_ptr<IDenoiser> createDenoiser(DenoisingMode mode, Scheduler& scheduler, ILogger& logger,
-                                          DenoisingData data, OidnBackend) {
+                                          DenoisingData data, OidnBackend backend) {
     switch (mode) {
         case DenoisingMode::FirefliesOnly:
             return createFireflyDenoiser(scheduler, data.fireflySensitivity);
@@ -17,8 +18,7 @@ std::unique_ptr<IDenoiser> createDenoiser(DenoisingMode mode, Scheduler& schedul
             logger.error("The NVIDIA denoiser is not installed on this system.");
             return nullptr;
         case DenoisingMode::IntelAi:
-            logger.error("The Intel denoiser is not installed on this system.");
-            return nullptr;
+            return createNeuralDenoiser(scheduler, logger, std::move(data), backend);
         case DenoisingMode::None:
             break;
     }

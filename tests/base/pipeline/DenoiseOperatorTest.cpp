@@ -90,6 +90,12 @@ protected:
             image.getChannel<float>("DenoisedL.R").getValues()[0] = NAN;
             return image;
         });
+        test_.setFile("optix", [] {
+            ChannelImage image = makeNoisy();
+            image.addElement({"OptixNormals", ElementKind::Rgb, 0});
+            image.fitChannelsToDataWindow();
+            return image;
+        });
         test_.setFile("unweighted", [] { return without("TAVRIN"); });
         test_.setFile("unguided", [] { return without("VisibleNormals"); });
         denoise_.setDenoiserFactory(
@@ -173,7 +179,8 @@ TEST_F(Denoise, FailuresSayWhatIsMissing) {
               prefix + "The image is missing \"TAVRIN_FB_WEIGHTS\" render element.");
     EXPECT_EQ(fail("unguided", 2),
               prefix + "The image is missing \"VisibleNormals\" render element.");
-    EXPECT_EQ(fail("noisy", 4), "It is not installed.");
+    EXPECT_EQ(fail("noisy", 4), prefix + "The image is missing \"OptixNormals\" render element.");
+    EXPECT_EQ(fail("optix", 4), "It is not installed.");
     test_.chain.load.setElementsFlag(image::kSelectedForDenoising, {});
     test_.settings().set(kMode, 1);
     EXPECT_THAT(run(), StartsWith(prefix + "There are not selected any denoisable"));
