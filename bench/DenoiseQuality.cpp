@@ -14,6 +14,7 @@
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
+#include <ctime>
 #include <string>
 #include <utility>
 #include <vector>
@@ -93,12 +94,12 @@ private:
 };
 
 void print(const char* name, const BitmapImpl<Rgb>& picture, const BitmapImpl<Rgb>& reference,
-           double noisyError, double seconds) {
+           double noisyError, double seconds, double processorSeconds) {
     const ImageQuality quality = measureQuality(picture, reference);
-    std::printf("  %-10s %9.4f %7.2f %7.4f %+8.2f %9.4f %9.3f\n", name, quality.relativeError,
+    const double megapixels = 1e-6 * static_cast<double>(picture.getPixelCount());
+    std::printf("  %-10s %9.4f %7.2f %7.4f %+8.2f %9.4f %9.3f %9.3f\n", name, quality.relativeError,
                 quality.signalToNoise, quality.similarity, quality.meanChange,
-                quality.error / noisyError,
-                seconds * 1e6 / static_cast<double>(picture.getPixelCount()));
+                quality.error / noisyError, seconds / megapixels, processorSeconds / megapixels);
 }
 
 void compare(const std::string& noisyFile, const std::string& referenceFile,
@@ -112,10 +113,10 @@ void compare(const std::string& noisyFile, const std::string& referenceFile,
         throw Exception("The images \"" + String::fromUtf8(noisyFile) + "\" and \"" +
                         String::fromUtf8(referenceFile) + "\" differ in size.");
     }
-    std::printf("%s\n  %-10s %9s %7s %7s %8s %9s %9s\n", noisyFile.c_str(), "", "rel. MSE", "PSNR",
-                "SSIM", "mean %", "MSE ratio", "s/Mpixel");
+    std::printf("%s\n  %-10s %9s %7s %7s %8s %9s %9s %9s\n", noisyFile.c_str(), "", "rel. MSE",
+                "PSNR", "SSIM", "mean %", "MSE ratio", "s/Mpixel", "CPU s");
     const double noisyError = measureQuality(noisy, reference).error;
-    print("noisy", noisy, reference, noisyError, 0.0);
+    print("noisy", noisy, reference, noisyError, 0.0, 0.0);
     std::vector<BitmapImpl<Rgb>> pictures;
     pictures.push_back(toneMap(noisy));
     ConsoleLogger logger;
@@ -128,11 +129,14 @@ void compare(const std::string& noisyFile, const std::string& referenceFile,
         if (!denoiser) {
             continue;
         }
+        const std::clock_t startClock = std::clock();
         const auto start = std::chrono::steady_clock::now();
         const auto result = denoiser->denoise(noisy, variance, [](float) { return true; });
         const std::chrono::duration<double> time = std::chrono::steady_clock::now() - start;
+        const double processorTime =
+            static_cast<double>(std::clock() - startClock) / CLOCKS_PER_SEC;
         if (result) {
-            print(name, *result, reference, noisyError, time.count());
+            print(name, *result, reference, noisyError, time.count(), processorTime);
             pictures.push_back(toneMap(*result));
         }
     }

@@ -2,6 +2,8 @@
 
 #include "services/postcore/denoise/PlaneImage.h"
 
+#include <algorithm>
+
 // The order matters: this source is included again for each instruction set.
 // clang-format off
 #undef HWY_TARGET_INCLUDE
@@ -119,48 +121,81 @@ struct Equations {
     static constexpr int index(int i, int j) { return i * (i + 1) / 2 + j; }
 };
 
-template <class D, class V>
-HWY_INLINE void addTo(D d, float* sum, V a, V b) {
-    hn::Store(hn::MulAdd(a, b, hn::Load(d, sum)), d, sum);
+/// The neighbours that are summed up together, so that each sum is loaded and stored once for them.
+constexpr int kBatch = 4;
+constexpr int kTerms = kUnknowns + kGuideChannels;
+
+/// A vector of pixels' neighbours: 1, the differences of the regressors, and the colours.
+struct Neighbors {
+    HWY_ALIGN float terms[kTerms][kBatch][kLanes];
+    HWY_ALIGN float weights[kBatch][kLanes];
+};
+
+template <class D>
+HWY_INLINE void loadNeighbor(D d, const RegressionRow& row, std::size_t x, std::ptrdiff_t at,
+                             int index, Neighbors& neighbors) {
+    hn::Store(hn::Set(d, 1.0f), d, neighbors.terms[0][index]);
+    for (int i = 0; i < kRegressors; ++i) {
+        const auto difference =
+            hn::Sub(hn::LoadU(d, row.regressors[i] + at), hn::LoadU(d, row.regressors[i] + x));
+        hn::Store(difference, d, neighbors.terms[1 + i][index]);
+    }
+    for (int c = 0; c < kGuideChannels; ++c) {
+        hn::Store(hn::LoadU(d, row.color[c] + at), d, neighbors.terms[kUnknowns + c][index]);
+    }
+}
+
+template <class D>
+HWY_INLINE void addNeighbors(D d, const Neighbors& neighbors, Equations& equations) {
+    for (int i = 0; i < kUnknowns; ++i) {
+        const auto weigh = [&](int n) HWY_ATTR {
+            return hn::Mul(hn::Load(d, neighbors.weights[n]), hn::Load(d, neighbors.terms[i][n]));
+        };
+        const auto weighed0 = weigh(0);
+        const auto weighed1 = weigh(1);
+        const auto weighed2 = weigh(2);
+        const auto weighed3 = weigh(3);
+        const auto addTo = [&](float* sum, const float(&term)[kBatch][kLanes]) HWY_ATTR {
+            auto result = hn::MulAdd(weighed0, hn::Load(d, term[0]), hn::Load(d, sum));
+            result = hn::MulAdd(weighed1, hn::Load(d, term[1]), result);
+            result = hn::MulAdd(weighed2, hn::Load(d, term[2]), result);
+            result = hn::MulAdd(weighed3, hn::Load(d, term[3]), result);
+            hn::Store(result, d, sum);
+        };
+        for (int j = 0; j <= i; ++j) {
+            addTo(equations.matrix[Equations::index(i, j)], neighbors.terms[j]);
+        }
+        for (int c = 0; c < kGuideChannels; ++c) {
+            addTo(equations.side[i][c], neighbors.terms[kUnknowns + c]);
+        }
+    }
 }
 
 template <class D>
 HWY_INLINE void gather(D d, const RegressionRow& row, std::size_t x, Equations& equations) {
-    for (auto& entry : equations.matrix) {
-        hn::Store(hn::Zero(d), d, entry);
-    }
-    for (auto& entry : equations.side) {
-        for (auto& channel : entry) {
-            hn::Store(hn::Zero(d), d, channel);
-        }
-    }
-    const auto one = hn::Set(d, 1.0f);
+    std::fill_n(&equations.matrix[0][0], sizeof equations.matrix / sizeof(float), 0.0f);
+    std::fill_n(&equations.side[0][0][0], sizeof equations.side / sizeof(float), 0.0f);
+    Neighbors neighbors;
+    int count = 0;
     for (std::size_t n = 0; n < row.offsets.size(); ++n) {
         const auto weight =
             hn::LoadU(d, row.weights + static_cast<std::ptrdiff_t>(n) * row.weightStride + x);
         if (hn::AllFalse(d, hn::Gt(weight, hn::Zero(d)))) {
             continue;
         }
-        const std::ptrdiff_t at = static_cast<std::ptrdiff_t>(x) + row.offsets[n];
-        HWY_ALIGN float terms[kUnknowns][kLanes];
-        hn::Store(one, d, terms[0]);
-        for (int i = 0; i < kRegressors; ++i) {
-            hn::Store(
-                hn::Sub(hn::LoadU(d, row.regressors[i] + at), hn::LoadU(d, row.regressors[i] + x)),
-                d, terms[i + 1]);
+        hn::Store(weight, d, neighbors.weights[count]);
+        loadNeighbor(d, row, x, static_cast<std::ptrdiff_t>(x) + row.offsets[n], count, neighbors);
+        if (++count == kBatch) {
+            addNeighbors(d, neighbors, equations);
+            count = 0;
         }
-        const auto red = hn::LoadU(d, row.color[0] + at);
-        const auto green = hn::LoadU(d, row.color[1] + at);
-        const auto blue = hn::LoadU(d, row.color[2] + at);
-        for (int i = 0; i < kUnknowns; ++i) {
-            const auto weighed = hn::Mul(weight, hn::Load(d, terms[i]));
-            for (int j = 0; j <= i; ++j) {
-                addTo(d, equations.matrix[Equations::index(i, j)], weighed, hn::Load(d, terms[j]));
-            }
-            addTo(d, equations.side[i][0], weighed, red);
-            addTo(d, equations.side[i][1], weighed, green);
-            addTo(d, equations.side[i][2], weighed, blue);
+    }
+    if (count > 0) {
+        for (; count < kBatch; ++count) {
+            hn::Store(hn::Zero(d), d, neighbors.weights[count]);
+            loadNeighbor(d, row, x, static_cast<std::ptrdiff_t>(x), count, neighbors);
         }
+        addNeighbors(d, neighbors, equations);
     }
 }
 

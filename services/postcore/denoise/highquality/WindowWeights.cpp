@@ -59,8 +59,10 @@ WindowWeights::WindowWeights(const WindowGuides& guides, int radius)
       distances_(kDistanceFloats * (DenoisingTile::kHeight + 2)),
       featureScales_(guides.features.size() * kGuideChannels * kStride),
       featureDistances_(kRowFloats) {
-    for (int y = -radius; y <= radius; ++y) {
-        for (int x = -radius; x <= radius; ++x) {
+    // Down the columns: vectors one pixel apart would overlap in sums that have just been stored,
+    // and the processor would wait for them.
+    for (int x = -radius; x <= radius; ++x) {
+        for (int y = -radius; y <= radius; ++y) {
             offsets_.push_back(y * guides.color.getStride() + x);
         }
     }

@@ -57,9 +57,10 @@ public:
     const float* getCombinedWeights(int row) const {
         return (combined_.empty() ? color_ : combined_).data() + row * kRowFloats;
     }
-    /// From the weights of one pixel of the windows to those of the next one.
+    /// From the weights of one pixel of the windows to those of the next one: not a power of two,
+    /// so that they do not all take the same place in the cache.
     static constexpr std::ptrdiff_t kStride =
-        std::ptrdiff_t{DenoisingTile::kWidth} * DenoisingTile::kHeight;
+        std::ptrdiff_t{DenoisingTile::kWidth} * DenoisingTile::kHeight + PlaneImage::kGranule;
 
 private:
     static constexpr std::ptrdiff_t kRowFloats = DenoisingTile::kWidth;
