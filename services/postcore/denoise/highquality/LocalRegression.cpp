@@ -6,7 +6,7 @@
 namespace tavrin::postcore {
 namespace {
 
-constexpr int kRadius = 9;
+constexpr int kRadius = 7;
 // A tile's pixels are given to those in their windows. Bands that are at least twice as high as a
 // window's radius and have another one between them do not touch the same pixels.
 constexpr int kBandHeight = 32;
