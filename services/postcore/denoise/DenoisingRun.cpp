@@ -17,7 +17,7 @@ bool DenoisingRun::step(std::int64_t steps) {
 
 void DenoisingRun::forEach(std::int64_t count, const Function<void(std::int64_t)>& body) {
     scheduler_.parallelFor(0, count, TaskPriority::Normal, [&](std::int64_t i) {
-        if (!isAborted_) {
+        if (step(0)) {
             body(i);
         }
     });

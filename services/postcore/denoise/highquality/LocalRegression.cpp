@@ -9,7 +9,7 @@ namespace {
 constexpr int kRadius = 7;
 // A tile's pixels are given to those in their windows. Bands that are at least twice as high as a
 // window's radius and have another one between them do not touch the same pixels.
-constexpr int kBandHeight = 32;
+constexpr int kBandHeight = DenoisingTile::kHeight;
 static_assert(kBandHeight >= 2 * kRadius && kRadius < PlaneImage::kMargin);
 // The regression of a tile takes so many times as long as the filtering of a feature.
 constexpr int kStepsPerRow = 10;
