@@ -16,7 +16,7 @@ namespace tavrin::postcore {
 namespace {
 
 constexpr float kColorDamping = 0.25f;
-constexpr float kFeatureDamping = 1.5f;
+constexpr float kFeatureDamping = 1.0f;
 constexpr DistanceScale kColorScale{kColorDamping, 1e-6f, 12.0f};
 constexpr int kVarianceRadius = 2;
 // From eight standard deviations on a pixel knows better than its neighbours.
