@@ -189,7 +189,7 @@ INSTANTIATE_TEST_SUITE_P(
                               const float shade = (x / 3 + y / 3) % 2 == 0 ? 0.3f : 0.6f;
                               return Rgb{shade, shade, shade};
                           },
-                          true, 10.0}),
+                          true, 8.0}),
     [](const auto& parameters) { return parameters.param.name; });
 
 TEST(HighQualityDenoiser, LeavesCertainPixelsNearlyAlone) {
