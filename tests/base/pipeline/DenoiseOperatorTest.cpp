@@ -115,9 +115,8 @@ protected:
         test_.settings().set(kMode, 2);
     }
     std::string run() {
-        Completion completion(denoise_);
         denoise_.denoise();
-        const auto result = completion.wait();
+        const auto result = denoised_.wait();
         return result ? std::string() : result.error().toUtf8();
     }
     float getBlended(const String& element = {}) {
@@ -126,6 +125,7 @@ protected:
 
     TestChain test_;
     DenoiseOperator& denoise_ = test_.chain.denoise;
+    Completion denoised_{denoise_};
     Function<void()> onDenoise_;
     postcore::DenoisingData data_;
 };
@@ -208,12 +208,11 @@ TEST_F(Denoise, CancellingKeepsWhatIsDone) {
             mayGoOn.acquire();
         }
     };
-    Completion completion(denoise_);
     denoise_.denoise();
     started.acquire();
     denoise_.cancel();
     mayGoOn.release();
-    EXPECT_TRUE(completion.wait());
+    EXPECT_TRUE(denoised_.wait());
     EXPECT_EQ(getBlended(), 0.25f) << "the first element";
     EXPECT_EQ(getBlended("L"), 1.0f);
 }
@@ -225,12 +224,11 @@ TEST_F(Denoise, AnImageThatIsReplacedMeanwhileEndsIt) {
         started.release();
         mayGoOn.acquire();
     };
-    Completion completion(denoise_);
     denoise_.denoise();
     started.acquire();
     EXPECT_EQ(test_.load({"noisy"}), "");
     mayGoOn.release();
-    EXPECT_TRUE(completion.wait());
+    EXPECT_TRUE(denoised_.wait());
     EXPECT_EQ(getBlended(), 1.0f);
 }
 

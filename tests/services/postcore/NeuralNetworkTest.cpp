@@ -12,6 +12,7 @@
 #include <cmath>
 #include <functional>
 #include <limits>
+#include <thread>
 
 namespace tavrin::postcore {
 namespace {
@@ -212,37 +213,41 @@ Planes runNetwork(const NeuralModel& model, const Planes& input, std::int64_t mo
     Planes result = makePlanes(3, input.size, [](std::size_t, int, int) { return -1.0; });
     WorkMonitor monitor;
     TiledNetwork network(*getNetworkCreator());
-    network.run(
-        model, input.size, mostTilePixels,
-        [&](const Tile& tile, const TiledNetwork::Channels& channels) {
-            const auto block = static_cast<std::size_t>(channels.blockSize);
-            const std::size_t blocks = (input.channels.size() + block - 1) / block;
-            for (std::size_t c = 0; c < blocks * block; ++c) {
-                for (int y = 0; y < channels.size.y; ++y) {
-                    float* row = channels.getRow(static_cast<int>(c / block), y) + c % block;
-                    for (int x = 0; x < channels.size.x; ++x) {
-                        row[std::size_t(x) * block] =
-                            c >= input.channels.size()
-                                ? 0.0f
-                                : static_cast<float>(
-                                      input.get(c, tile.origin.x + x, tile.origin.y + y));
+    const auto run = [&] {
+        network.run(
+            model, input.size, mostTilePixels,
+            [&](const Tile& tile, const TiledNetwork::Channels& channels) {
+                const auto block = static_cast<std::size_t>(channels.blockSize);
+                const std::size_t blocks = (input.channels.size() + block - 1) / block;
+                for (std::size_t c = 0; c < blocks * block; ++c) {
+                    for (int y = 0; y < channels.size.y; ++y) {
+                        float* row = channels.getRow(static_cast<int>(c / block), y) + c % block;
+                        for (int x = 0; x < channels.size.x; ++x) {
+                            row[std::size_t(x) * block] =
+                                c >= input.channels.size()
+                                    ? 0.0f
+                                    : static_cast<float>(
+                                          input.get(c, tile.origin.x + x, tile.origin.y + y));
+                        }
                     }
                 }
-            }
-        },
-        [&](const Tile& tile, const TiledNetwork::Channels& channels) {
-            for (int y = tile.result.y0; y < tile.result.y1; ++y) {
-                const float* row = channels.getRow(0, y - tile.origin.y);
-                for (int x = tile.result.x0; x < tile.result.x1; ++x) {
-                    for (std::size_t c = 0; c < 3; ++c) {
-                        result.channels[c][static_cast<std::size_t>(y * input.size.x + x)] =
-                            row[std::size_t(x - tile.origin.x) * std::size_t(channels.blockSize) +
-                                c];
+            },
+            [&](const Tile& tile, const TiledNetwork::Channels& channels) {
+                for (int y = tile.result.y0; y < tile.result.y1; ++y) {
+                    const float* row = channels.getRow(0, y - tile.origin.y);
+                    for (int x = tile.result.x0; x < tile.result.x1; ++x) {
+                        for (std::size_t c = 0; c < 3; ++c) {
+                            result.channels[c][static_cast<std::size_t>(y * input.size.x + x)] =
+                                row[std::size_t(x - tile.origin.x) *
+                                        std::size_t(channels.blockSize) +
+                                    c];
+                        }
                     }
                 }
-            }
-        },
-        monitor);
+            },
+            monitor);
+    };
+    std::jthread(run).join();  // the library's threads end with the one that called it
     EXPECT_EQ(monitor.getFraction(), 1.0f);
     return result;
 }
