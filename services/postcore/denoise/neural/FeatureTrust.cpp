@@ -10,8 +10,6 @@
 namespace tavrin::postcore {
 namespace {
 
-// Of albedos, whose range is 0 to 1.
-constexpr double kUnknownError = 0.2;
 // Found on path-traced renders with 8 to 32 samples and their single lights: where the albedo helps
 // the ratio is below 0.03, where it harms above 0.18.
 constexpr double kTrustedRatio = 0.07;
@@ -39,20 +37,6 @@ double getUpperQuartile(std::vector<double>& values) {
 }
 
 }  // namespace
-
-void forgetUnknownAlbedo(DenoisingFeature& albedo) {
-    if (!albedo.variance) {
-        return;
-    }
-    const auto variances = albedo.variance->pixels();
-    const auto pixels = albedo.pixels.pixels();
-    for (std::size_t i = 0; i < pixels.size(); ++i) {
-        // Written so that what is not finite is not known.
-        if (!(getStandardError(variances[i]) <= kUnknownError)) {
-            pixels[i] = Rgb();
-        }
-    }
-}
 
 bool isAlbedoTrusted(const DenoisingFeature& albedo, const BitmapImpl<Rgb>& color,
                      const BitmapImpl<Rgb>& variance, float exposure) {

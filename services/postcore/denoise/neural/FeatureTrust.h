@@ -6,11 +6,6 @@
 
 namespace tavrin::postcore {
 
-/// Makes pixels of the albedo 0 that are not known well enough to say anything: a standard error of
-/// a fifth of the whole range, such as sampled reflections of lights have. Without a variance all
-/// are taken for known.
-void forgetUnknownAlbedo(DenoisingFeature& albedo);
-
 /// Whether the albedo is so much cleaner than the colour that it, and the normals of the same
 /// samples, are a help to the network; noisy ones mislead it. Compares the upper quartiles of their
 /// relative errors where there is light; as both fall with the number of samples alike, the answer

@@ -12,6 +12,7 @@
 #include <filesystem>
 #include <system_error>
 #include <utility>
+#include <vector>
 
 namespace tavrin::postcore {
 namespace {
@@ -39,7 +40,6 @@ Guides takeGuides(DenoisingData data) {
         if (guides.normals) {
             guides.normals->variance.reset();  // not used, and large
         }
-        forgetUnknownAlbedo(*guides.albedo);
     }
     return guides;
 }
@@ -49,6 +49,9 @@ public:
     struct Models {
         NeuralModel plain;             ///< told the colour
         Optional<NeuralModel> guided;  ///< told the guides, too
+        // They clean the guides where the guided model expects that; none once that is done.
+        Optional<NeuralModel> albedo;
+        Optional<NeuralModel> normals;
     };
 
     NeuralDenoiser(Scheduler& scheduler, ILogger& logger, float sensitivity, Guides guides,
@@ -66,7 +69,7 @@ public:
             return color;
         }
         try {
-            BitmapImpl<Rgb> result(color.getWidth(), color.getHeight());
+            BitmapImpl<Rgb> result;
             const auto work = [&](WorkMonitor& monitor) {
                 filter(color, variance, result, monitor);
             };
@@ -83,34 +86,68 @@ public:
 private:
     void filter(const BitmapImpl<Rgb>& color, const BitmapImpl<Rgb>& variance,
                 BitmapImpl<Rgb>& result, WorkMonitor& monitor) {
-        NetworkInput input;
-        input.color = &color;
-        input.exposure = computeAutoExposure(scheduler_, color);
+        const float exposure = computeAutoExposure(scheduler_, color);
+        NetworkInput input{&color};
         const NeuralModel* model = &models_.plain;
-        if (guides_.albedo && isAlbedoTrusted(*guides_.albedo, color, variance, input.exposure)) {
+        if (guides_.albedo && isAlbedoTrusted(*guides_.albedo, color, variance, exposure)) {
+            cleanGuides(monitor);
             model = &*models_.guided;
             input.albedo = &guides_.albedo->pixels;
             input.normals = guides_.normals ? &guides_.normals->pixels : nullptr;
         }
+        if (monitor.isStopped()) {
+            return;
+        }
+        result = BitmapImpl<Rgb>(color.getWidth(), color.getHeight());
+        apply(*model, input, makeLightCode(exposure), result, monitor);
+        if (!monitor.isStopped()) {
+            keepCertainPixels(scheduler_, color, variance, exposure, sensitivity_, result);
+        }
+    }
+
+    /// A guide costs as much as the picture itself, but only for the first element.
+    void cleanGuides(WorkMonitor& monitor) {
+        constexpr float kPart = 1.0f / 3.0f;
+        if (models_.albedo && !monitor.isStopped()) {
+            monitor.setStage(0.0f, kPart);
+            clean(*guides_.albedo, models_.albedo, makeAlbedoCode(), monitor);
+        }
+        if (models_.normals && !monitor.isStopped()) {
+            monitor.setStage(kPart, 2.0f * kPart);
+            clean(*guides_.normals, models_.normals, makeNormalCode(), monitor);
+            monitor.setStage(2.0f * kPart, 1.0f);
+        }
+    }
+
+    /// Drops the model afterwards.
+    void clean(DenoisingFeature& guide, Optional<NeuralModel>& model, const PixelCode& code,
+               WorkMonitor& monitor) {
+        BitmapImpl<Rgb> result(guide.pixels.getWidth(), guide.pixels.getHeight());
+        apply(*model, {&guide.pixels}, code, result, monitor);
+        if (!monitor.isStopped()) {
+            guide.pixels = std::move(result);
+            model.reset();
+        }
+    }
+
+    void apply(const NeuralModel& model, const NetworkInput& input, const PixelCode& code,
+               BitmapImpl<Rgb>& result, WorkMonitor& monitor) {
         network_.run(
-            *model, color.getSize(), TiledNetwork::kMostTilePixels,
+            model, result.getSize(), TiledNetwork::kMostTilePixels,
             [&](const Tile& tile, const TiledNetwork::Channels& channels) {
-                writeTile(scheduler_, input, tile, channels);
+                writeTile(scheduler_, input, code, tile, channels);
             },
             [&](const Tile& tile, const TiledNetwork::Channels& channels) {
-                readTile(scheduler_, channels, input.exposure, tile, result);
+                readTile(scheduler_, channels, code, tile, result);
             },
             monitor);
-        if (!monitor.isStopped()) {
-            keepCertainPixels(scheduler_, color, variance, input.exposure, sensitivity_, result);
-        }
     }
 
     Scheduler& scheduler_;
     ILogger& logger_;
     const float sensitivity_;
-    const Guides guides_;
-    const Models models_;
+    Guides guides_;
+    Models models_;
     TiledNetwork network_;
     WatchedThread thread_;
 };
@@ -130,14 +167,26 @@ Result<NeuralDenoiser::Models> readModels(const Guides& guides) {
     if (!plain) {
         return Failure(plain.error());
     }
-    NeuralDenoiser::Models models{std::move(*plain), std::nullopt};
-    if (guides.albedo) {
-        Result<NeuralModel> guided =
-            guides.normals ? readModel("rt_hdr_alb_nrm.tza", 9) : readModel("rt_hdr_alb.tza", 6);
-        if (!guided) {
-            return Failure(guided.error());
+    NeuralDenoiser::Models models{std::move(*plain), {}, {}, {}};
+    struct Choice {
+        Optional<NeuralModel>* model;
+        const char* name;
+        int inputs;
+    };
+    std::vector<Choice> choices;
+    if (guides.normals) {
+        choices = {{&models.guided, "rt_hdr_calb_cnrm.tza", 9},
+                   {&models.albedo, "rt_alb.tza", 3},
+                   {&models.normals, "rt_nrm.tza", 3}};
+    } else if (guides.albedo) {
+        choices = {{&models.guided, "rt_hdr_alb.tza", 6}};
+    }
+    for (const Choice& choice : choices) {
+        Result<NeuralModel> model = readModel(choice.name, choice.inputs);
+        if (!model) {
+            return Failure(model.error());
         }
-        models.guided = std::move(*guided);
+        *choice.model = std::move(*model);
     }
     return models;
 }

@@ -1,7 +1,5 @@
 #include "services/postcore/denoise/neural/TileChannels.h"
 
-#include "services/postcore/denoise/neural/TransferFunction.h"
-
 #include <algorithm>
 #include <cmath>
 #include <cstring>
@@ -21,7 +19,7 @@ float clean(float value, float least, float most) {
 
 /// One row of the tile, as far as it lies in the picture; the parts may be null.
 struct InputRow {
-    std::span<const Rgb> color;  ///< encoded
+    std::span<const Rgb> picture;  ///< encoded
     const Rgb* albedo = nullptr;
     const Rgb* normals = nullptr;
 };
@@ -33,8 +31,8 @@ void writeRow(const InputRow& row, int y, const TiledNetwork::Channels& channels
     const auto block = static_cast<std::size_t>(blockSize);
     for (std::size_t x = 0; x < static_cast<std::size_t>(channels.size.x); ++x) {
         float values[kMostChannels] = {};
-        if (x < row.color.size()) {
-            std::memcpy(values, &row.color[x], 3 * sizeof(float));
+        if (x < row.picture.size()) {
+            std::memcpy(values, &row.picture[x], 3 * sizeof(float));
             if (row.albedo != nullptr) {
                 values[3] = clean(row.albedo[x].r, 0.0f, 1.0f);
                 values[4] = clean(row.albedo[x].g, 0.0f, 1.0f);
@@ -55,10 +53,10 @@ void writeRow(const InputRow& row, int y, const TiledNetwork::Channels& channels
 
 }  // namespace
 
-void writeTile(Scheduler& scheduler, const NetworkInput& input, const Tile& tile,
-               const TiledNetwork::Channels& channels) {
+void writeTile(Scheduler& scheduler, const NetworkInput& input, const PixelCode& code,
+               const Tile& tile, const TiledNetwork::Channels& channels) {
     const auto firstColumn = static_cast<std::size_t>(tile.origin.x);
-    const int width = std::min(channels.size.x, input.color->getWidth() - tile.origin.x);
+    const int width = std::min(channels.size.x, input.picture->getWidth() - tile.origin.x);
     const auto getRow = [&](const BitmapImpl<Rgb>* bitmap, int y) {
         return bitmap == nullptr ? nullptr : bitmap->row(y).data() + firstColumn;
     };
@@ -67,10 +65,10 @@ void writeTile(Scheduler& scheduler, const NetworkInput& input, const Tile& tile
         for (int y = static_cast<int>(from); y < to; ++y) {
             const int imageY = tile.origin.y + y;
             InputRow row;
-            if (imageY < input.color->getHeight()) {
-                encodeColors(input.color->row(imageY).subspan(firstColumn, encoded.size()),
-                             input.exposure, encoded);
-                row.color = encoded;
+            if (imageY < input.picture->getHeight()) {
+                code.encode(input.picture->row(imageY).subspan(firstColumn, encoded.size()),
+                            encoded);
+                row.picture = encoded;
                 row.albedo = getRow(input.albedo, imageY);
                 row.normals = getRow(input.normals, imageY);
             }
@@ -80,7 +78,7 @@ void writeTile(Scheduler& scheduler, const NetworkInput& input, const Tile& tile
     scheduler.parallelForRanges(0, channels.size.y, kRowsPerTask, TaskPriority::Normal, writeRows);
 }
 
-void readTile(Scheduler& scheduler, const TiledNetwork::Channels& channels, float exposure,
+void readTile(Scheduler& scheduler, const TiledNetwork::Channels& channels, const PixelCode& code,
               const Tile& tile, BitmapImpl<Rgb>& result) {
     const auto [x0, y0, x1, y1] = tile.result;
     const auto readRows = [&, x0 = x0, x1 = x1](std::int64_t from, std::int64_t to) {
@@ -93,7 +91,7 @@ void readTile(Scheduler& scheduler, const TiledNetwork::Channels& channels, floa
                 pixel = {values[0], values[1], values[2], 0.0f};
                 values += channels.blockSize;
             }
-            decodeColors(row, exposure, row);
+            code.decode(row, row);
         }
     };
     scheduler.parallelForRanges(y0, y1, kRowsPerTask, TaskPriority::Normal, readRows);

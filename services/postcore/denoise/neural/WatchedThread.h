@@ -10,9 +10,15 @@ namespace tavrin::postcore {
 /// What work on one thread and the thread that waits for it tell each other.
 class WorkMonitor {
 public:
+    /// Told by the work, before each of its stages: the part of all that this stage is, so that
+    /// reports are of the stage alone. In the beginning the only stage is all.
+    void setStage(float begin, float end) {
+        begin_ = begin;
+        end_ = end;
+    }
     /// Told by the work: the part that is done, 0 to 1. False when the work is no longer wanted.
     bool report(float fraction) noexcept {
-        fraction_ = fraction;
+        fraction_ = begin_ + (end_ - begin_) * fraction;
         return !isStopped_;
     }
 
@@ -21,6 +27,8 @@ public:
     bool isStopped() const { return isStopped_; }
 
 private:
+    float begin_ = 0.0f;  // of the work's thread
+    float end_ = 1.0f;    // of the work's thread
     std::atomic<float> fraction_ = 0.0f;
     std::atomic<bool> isStopped_ = false;
 };
