@@ -68,26 +68,26 @@ Bitmap removeFireflies(const Bitmap& color, const Bitmap& variance, float sensit
     return *denoise(DenoisingMode::FirefliesOnly, color, variance, std::move(data));
 }
 
-/// Pixels that belong together, in an image of 16 × 16 pixels.
+/// Pixels that belong together, in an image of 128 × 128 pixels.
 struct BrightPixels {
     const char* name;
     std::vector<Pixel> positions;
-    float deviation;  ///< of each of them; they are 50 in surroundings of 1
+    float deviation;  ///< of each of them; they are 30 in surroundings of 1
     bool isRemoved;
 };
 
 class Fireflies : public testing::TestWithParam<BrightPixels> {};
 
 TEST_P(Fireflies, AreSingleAndUncertain) {
-    Bitmap color = grey({16, 16}, 1.0f);
-    Bitmap variance = grey({16, 16}, 1e-6f);
+    Bitmap color = grey({128, 128}, 1.0f);
+    Bitmap variance = grey({128, 128}, 1e-6f);
     const float deviation = GetParam().deviation;
     for (const Pixel position : GetParam().positions) {
-        color.at(position.x, position.y) = {50.0f, 50.0f, 50.0f, 0.5f};
+        color.at(position.x, position.y) = {30.0f, 30.0f, 30.0f, 0.5f};
         variance.at(position.x, position.y) = {deviation * deviation, deviation * deviation,
                                                deviation * deviation};
     }
-    const Bitmap expected = GetParam().isRemoved ? grey({16, 16}, 1.0f) : color;
+    const Bitmap expected = GetParam().isRemoved ? grey({128, 128}, 1.0f) : color;
     const Bitmap result = removeFireflies(color, variance);
     for (std::size_t i = 0; i < result.pixels().size(); ++i) {
         EXPECT_EQ(result.pixels()[i], expected.pixels()[i]) << i;
@@ -98,7 +98,7 @@ TEST_P(Fireflies, AreSingleAndUncertain) {
 
 INSTANTIATE_TEST_SUITE_P(
     , Fireflies,
-    testing::Values(BrightPixels{"spikes", {{8, 8}, {0, 0}, {15, 3}, {4, 12}}, 40.0f, true},
+    testing::Values(BrightPixels{"spikes", {{8, 8}, {0, 0}, {127, 3}, {4, 12}}, 40.0f, true},
                     BrightPixels{"certain", {{8, 8}, {0, 0}}, 1.0f, false},
                     BrightPixels{"highlight", {{8, 8}, {8, 9}, {9, 8}, {9, 9}}, 40.0f, false},
                     BrightPixels{
@@ -109,6 +109,44 @@ TEST(FireflyDenoiser, LeavesNoiseThatAgreesWithItsNeighboursBitForBit) {
     const Bitmap noisy = addNoise(grey({40, 30}, 2.0f), 0.3f);
     const Bitmap result = removeFireflies(noisy, grey({40, 30}, 0.09f));
     EXPECT_TRUE(std::ranges::equal(result.pixels(), noisy.pixels()));
+}
+
+double getMean(const Bitmap& bitmap) {
+    double sum = 0.0;
+    for (const Rgb& pixel : bitmap.pixels()) {
+        sum += double{pixel.r} + pixel.g + pixel.b;
+    }
+    return sum / (3.0 * static_cast<double>(bitmap.getPixelCount()));
+}
+
+TEST(FireflyDenoiser, TakesLittleLightAndCleansTheDarkFirst) {
+    constexpr int kWidth = 100;
+    constexpr int kHeight = 60;
+    const auto isFirefly = [](int x, int y) { return x % 5 == 2 && y % 5 == 2; };
+    Bitmap color(kWidth, kHeight);
+    for (int y = 0; y < kHeight; ++y) {
+        for (int x = 0; x < kWidth; ++x) {
+            const float shade = (x < kWidth / 2 ? 0.1f : 4.0f) * (isFirefly(x, y) ? 10.0f : 1.0f);
+            color.at(x, y) = {shade, 0.5f * shade, shade, 1.0f};
+        }
+    }
+    const Bitmap result = removeFireflies(color, grey({kWidth, kHeight}, 1e3f));
+    EXPECT_GT(getMean(result), 0.99 * getMean(color));
+    EXPECT_LT(getMean(result), 0.992 * getMean(color));
+    int leftCount = 0;
+    for (int y = 0; y < kHeight; ++y) {
+        for (int x = 0; x < kWidth; ++x) {
+            if (!isFirefly(x, y)) {
+                EXPECT_EQ(result.at(x, y), color.at(x, y));
+            } else if (x < kWidth / 2) {
+                EXPECT_EQ(result.at(x, y), color.at(0, 0)) << x << ' ' << y;
+            } else {
+                leftCount += result.at(x, y) == color.at(x, y) ? 1 : 0;
+            }
+        }
+    }
+    EXPECT_GT(leftCount, 60);
+    EXPECT_LT(leftCount, 120);
 }
 
 TEST(FireflyDenoiser, FillsPixelsThatAreNotFinite) {
@@ -157,13 +195,7 @@ TEST_P(HighQuality, TakesNoiseAwayAndKeepsThePicture) {
     const Bitmap diffuse = GetParam().isDiffuseVisible ? clean : grey(kSize, 0.5f);
     const Bitmap result = *denoise(DenoisingMode::HighQuality, noisy, variance, makeData(diffuse));
     EXPECT_LT(getError(result, clean) * GetParam().factor, getError(noisy, clean));
-    double sum = 0.0;
-    double cleanSum = 0.0;
-    for (std::size_t i = 0; i < result.pixels().size(); ++i) {
-        sum += result.pixels()[i].r;
-        cleanSum += clean.pixels()[i].r;
-    }
-    EXPECT_NEAR(sum / cleanSum, 1.0, 0.01);
+    EXPECT_NEAR(getMean(result) / getMean(noisy), 1.0, 0.01);
     DenoisingData data = makeData(diffuse);
     data.sensitivity = 0.0f;
     data.fireflySensitivity = 0.0f;
@@ -191,6 +223,23 @@ INSTANTIATE_TEST_SUITE_P(
                           },
                           true, 8.0}),
     [](const auto& parameters) { return parameters.param.name; });
+
+TEST(HighQualityDenoiser, KeepsTheLightOfRareBrightSamples) {
+    constexpr float kExcess = 80.0f;
+    constexpr unsigned kPeriod = 100;
+    Bitmap noisy = addNoise(grey(kSize, 1.0f), kDeviation);
+    std::mt19937 random(5);
+    for (Rgb& pixel : noisy.pixels()) {
+        const float excess = random() % kPeriod == 0 ? kExcess : 0.0f;
+        pixel = {pixel.r + excess, pixel.g + excess, pixel.b + excess, pixel.a};
+    }
+    const Bitmap variance = grey(kSize, kExcess * kExcess / kPeriod);
+    const Bitmap result =
+        *denoise(DenoisingMode::HighQuality, noisy, variance, makeData(grey(kSize, 0.5f)));
+    EXPECT_NEAR(getMean(result) / getMean(noisy), 1.0, 0.01);
+    EXPECT_LT(30.0 * getError(result, grey(kSize, 1.0f + kExcess / kPeriod)),
+              getError(noisy, grey(kSize, 1.0f)));
+}
 
 TEST(HighQualityDenoiser, LeavesCertainPixelsNearlyAlone) {
     const Bitmap color = addNoise(grey(kSize, 1.0f), 0.2f);

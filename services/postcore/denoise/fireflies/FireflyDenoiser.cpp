@@ -7,6 +7,9 @@
 namespace tavrin::postcore {
 namespace {
 
+// The part of the image's light that may go.
+constexpr float kLargestLoss = 0.009f;
+
 class FireflyDenoiser final : public IDenoiser {
 public:
     FireflyDenoiser(Scheduler& scheduler, float sensitivity)
@@ -20,7 +23,7 @@ public:
         DenoisingRun run(scheduler_, progress, color.getHeight());
         const PlaneImage before = makeGuide(color, &variance, kColorLimits, run);
         PlaneImage after = before;
-        removeFireflies(after, measureLevel(before), sensitivity_, run);
+        removeFireflies(after, {measureLevel(before), sensitivity_, kLargestLoss}, run);
         if (run.isAborted() || !run.step(0)) {
             return {};
         }

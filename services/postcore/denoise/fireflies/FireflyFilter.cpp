@@ -1,10 +1,11 @@
 #include "services/postcore/denoise/fireflies/FireflyFilter.h"
 
+#include "foundation/Optional.h"
+
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <limits>
-#include <utility>
+#include <vector>
 
 namespace tavrin::postcore {
 namespace {
@@ -19,11 +20,17 @@ constexpr float kLevelOfMean = 0.4f;
 
 /// What surrounds a pixel.
 struct Surroundings {
+    Pixel brightestPixel{};
     float brightest = 0.0f;
     float variances = 0.0f;
     float squares = 0.0f;
-    std::array<float, 2 * kChannels> sums{};
-    float count = 0.0f;
+};
+
+struct Firefly {
+    Pixel position{};
+    Pixel brightestNeighbor{};
+    float excess = 0.0f;       ///< of its brightness over that neighbour's
+    float disturbance = 0.0f;  ///< the logarithm of its contrast
 };
 
 float getMean(const PlaneImage& image, int firstPlane, int x, int y) {
@@ -34,58 +41,98 @@ float getMean(const PlaneImage& image, int firstPlane, int x, int y) {
 
 Surroundings getSurroundings(const PlaneImage& image, int x, int y) {
     Surroundings result;
+    result.brightest = std::numeric_limits<float>::lowest();
     for (int j = std::max(y - 1, 0); j <= std::min(y + 1, image.getHeight() - 1); ++j) {
         for (int i = std::max(x - 1, 0); i <= std::min(x + 1, image.getWidth() - 1); ++i) {
             if (i == x && j == y) {
                 continue;
             }
             const float brightness = getMean(image, 0, i, j);
-            result.brightest = std::max(result.brightest, brightness);
+            if (brightness > result.brightest) {
+                result.brightest = brightness;
+                result.brightestPixel = {i, j};
+            }
             result.variances += getMean(image, kChannels, i, j);
             result.squares += brightness * brightness;
-            for (int plane = 0; plane < 2 * kChannels; ++plane) {
-                result.sums[std::size_t(plane)] += image.row(plane, j)[i];
-            }
-            result.count += 1.0f;
         }
     }
     return result;
 }
 
-bool isFirefly(const PlaneImage& image, int x, int y, const Surroundings& around, float level,
-               float sensitivity) {
+Optional<Firefly> findFirefly(const PlaneImage& image, int x, int y, const FireflyLimits& limits) {
+    const Surroundings around = getSurroundings(image, x, y);
     const float brightness = getMean(image, 0, x, y);
-    const float contrast = 1.0f + kContrast / sensitivity;
-    if (around.count == 0.0f || brightness + level <= contrast * (around.brightest + level)) {
-        return false;
+    const float level = limits.level;
+    const float contrast = 1.0f + kContrast / limits.sensitivity;
+    const float visible = std::max(around.brightest, 0.0f) + level;
+    if (brightness + level <= contrast * visible) {
+        return {};
     }
     const float relativeVariance =
         std::min(around.variances / (around.squares + std::numeric_limits<float>::min()), 1.0f);
     const float variance =
         std::max(getMean(image, kChannels, x, y), relativeVariance * brightness * brightness);
-    return std::sqrt(variance) * sensitivity > kUncertainty * (brightness - around.brightest);
+    const float excess = brightness - around.brightest;
+    if (std::sqrt(variance) * limits.sensitivity <= kUncertainty * excess) {
+        return {};
+    }
+    return Firefly{{x, y}, around.brightestPixel, excess, std::log((brightness + level) / visible)};
 }
 
-}  // namespace
-
-void removeFireflies(PlaneImage& image, float level, float sensitivity, DenoisingRun& run) {
-    if (!(sensitivity > 0.0f)) {
-        return;
-    }
-    PlaneImage result = image;
+/// From the top down and from left to right.
+std::vector<Firefly> findFireflies(const PlaneImage& image, const FireflyLimits& limits,
+                                   DenoisingRun& run) {
+    std::vector<std::vector<Firefly>> rows{std::size_t(image.getHeight())};
     run.forEach(image.getHeight(), [&](std::int64_t row) {
-        const int y = static_cast<int>(row);
         for (int x = 0; x < image.getWidth(); ++x) {
-            const Surroundings around = getSurroundings(image, x, y);
-            if (isFirefly(image, x, y, around, level, sensitivity)) {
-                for (int plane = 0; plane < 2 * kChannels; ++plane) {
-                    result.row(plane, y)[x] = around.sums[std::size_t(plane)] / around.count;
-                }
+            if (const auto firefly = findFirefly(image, x, static_cast<int>(row), limits)) {
+                rows[std::size_t(row)].push_back(*firefly);
             }
         }
         run.step(1);
     });
-    image = std::move(result);
+    std::vector<Firefly> fireflies;
+    for (const std::vector<Firefly>& row : rows) {
+        fireflies.insert(fireflies.end(), row.begin(), row.end());
+    }
+    return fireflies;
+}
+
+double getLight(const PlaneImage& image) {
+    double sum = 0.0;
+    for (int y = 0; y < image.getHeight(); ++y) {
+        for (int x = 0; x < image.getWidth(); ++x) {
+            sum += getMean(image, 0, x, y);
+        }
+    }
+    return std::max(sum, 0.0);
+}
+
+}  // namespace
+
+void removeFireflies(PlaneImage& image, const FireflyLimits& limits, DenoisingRun& run) {
+    // A pixel that touches no other one has none to be compared with.
+    if (!(limits.sensitivity > 0.0f) || image.getWidth() * image.getHeight() == 1) {
+        return;
+    }
+    std::vector<Firefly> fireflies = findFireflies(image, limits, run);
+    std::ranges::stable_sort(fireflies, {},
+                             [](const Firefly& each) { return each.excess / each.disturbance; });
+    double budget = limits.largestLoss * getLight(image);
+    for (const Firefly& firefly : fireflies) {
+        const auto part = static_cast<float>(std::min(budget / firefly.excess, 1.0));
+        const auto [x, y] = firefly.position;
+        for (int plane = 0; plane < 2 * kChannels; ++plane) {
+            float& value = image.row(plane, y)[x];
+            const float other =
+                image.row(plane, firefly.brightestNeighbor.y)[firefly.brightestNeighbor.x];
+            value = part < 1.0f ? value + part * (other - value) : other;
+        }
+        budget -= firefly.excess;
+        if (!(budget > 0.0)) {
+            return;
+        }
+    }
 }
 
 float measureLevel(const PlaneImage& image) {

@@ -4,18 +4,66 @@
 #include "services/postcore/denoise/highquality/WindowKernels.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace tavrin::postcore {
 namespace {
 
-// Three means over squares of 25 pixels make a smooth neighbourhood about 40 pixels wide.
+// So many means over squares of 25 pixels make a smooth neighbourhood about 65 pixels wide.
 constexpr int kRadius = PlaneImage::kMargin;
-constexpr int kBlurs = 3;
+constexpr int kBlurs = 8;
 // Variances are known from a few passes only, so they are smoothed: as they are, which makes dark
 // pixels beside bright ones too uncertain, and relative to the square of the colours, which makes
 // bright pixels too uncertain. The smaller one counts.
 constexpr int kVarianceRadius = 2;
+// However noisy a pixel was, what the filter has made of it is hardly wrong by more than this: a
+// relative variance.
+constexpr float kRemaining = 0.04f;
+// The part of the light of the whole image that may stay lost: most of it is a few bright samples.
+constexpr double kTolerated = 0.008;
 constexpr float kLargestChange = 0.5f;
+
+/// The uncertainty of a filtered pixel from the variance before: as of two independent guesses.
+float getRemainingVariance(float value, float variance) {
+    const float remaining = kRemaining * value * value;
+    return variance > 0.0f && remaining > 0.0f ? variance / (variance / remaining + 1.0f) : 0.0f;
+}
+
+double sumUp(const PlaneImage& image, int plane) {
+    double sum = 0.0;
+    for (int y = 0; y < image.getHeight(); ++y) {
+        for (int x = 0; x < image.getWidth(); ++x) {
+            sum += image.row(plane, y)[x];
+        }
+    }
+    return sum;
+}
+
+void change(float& result, float share, float lightPerShare) {
+    if (share > 0.0f) {
+        const float limit = kLargestChange * result;
+        result += std::clamp(share * lightPerShare, -limit, limit);
+    }
+}
+
+/// Shares out what the whole channel still misses, or has too much, beyond what is tolerated.
+void returnRest(const PlaneImage& noisy, int channel, const PlaneImage& shares,
+                PlaneImage& denoised) {
+    const double light = sumUp(noisy, channel);
+    const double lost = light - sumUp(denoised, channel);
+    const double tolerated = kTolerated * std::abs(light);
+    const double lightPerShare =
+        (lost - std::clamp(lost, -tolerated, tolerated)) / sumUp(shares, 0);
+    if (!std::isfinite(lightPerShare)) {
+        return;
+    }
+    for (int y = 0; y < denoised.getHeight(); ++y) {
+        for (int x = 0; x < denoised.getWidth(); ++x) {
+            change(denoised.row(channel, y)[x], shares.row(0, y)[x],
+                   static_cast<float>(lightPerShare));
+        }
+    }
+}
 
 }  // namespace
 
@@ -45,7 +93,8 @@ void returnEnergy(const PlaneImage& noisy, PlaneImage& denoised, DenoisingRun& r
         forEachPixel([&](int x, int y, float& relative, float& lost, float& share) {
             const float result = denoised.row(c, y)[x];
             lost = noisy.row(c, y)[x] - result;
-            share = std::min(relative * result * result, planes.row(3, y)[x]);
+            share = getRemainingVariance(result,
+                                         std::min(relative * result * result, planes.row(3, y)[x]));
             relative = share;
         });
         for (int i = 0; i < kBlurs; ++i) {
@@ -53,12 +102,9 @@ void returnEnergy(const PlaneImage& noisy, PlaneImage& denoised, DenoisingRun& r
             blurPlane(planes, 2, kRadius, run);
         }
         forEachPixel([&](int x, int y, float& share, float& lost, float& shares) {
-            float& result = denoised.row(c, y)[x];
-            if (share > 0.0f) {
-                const float limit = kLargestChange * result;
-                result += std::clamp(share * lost / shares, -limit, limit);
-            }
+            change(denoised.row(c, y)[x], share, lost / shares);
         });
+        returnRest(noisy, c, planes, denoised);
     }
 }
 

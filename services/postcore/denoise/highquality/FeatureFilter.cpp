@@ -10,6 +10,7 @@ namespace tavrin::postcore {
 namespace {
 
 constexpr int kRadius = 5;
+constexpr int kVarianceRadius = 2;
 constexpr DistanceScale kScale{1.0f, 1e-6f, 12.0f};
 
 /// The sums of a row of a tile.
@@ -63,7 +64,7 @@ void averageTile(const DenoisingTile& tile, const PlaneImage& feature, WindowWei
 
 void filterFeature(PlaneImage& feature, const PlaneImage& valid, DenoisingRun& run) {
     for (int c = 0; c < kGuideChannels; ++c) {
-        blurPlane(feature, kGuideChannels + c, 1, run);
+        blurPlane(feature, kGuideChannels + c, kVarianceRadius, run);
     }
     feature.extendBorders();
     PlaneImage result(feature.getWidth(), feature.getHeight(), kGuidePlanes);

@@ -8,17 +8,26 @@
 #include "services/postcore/denoise/highquality/LocalRegression.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
+#include <span>
 #include <utility>
 #include <vector>
 
 namespace tavrin::postcore {
 namespace {
 
-constexpr float kColorDamping = 0.25f;
+constexpr float kColorDamping = 0.15f;
 constexpr float kFeatureDamping = 1.0f;
 constexpr DistanceScale kColorScale{kColorDamping, 1e-6f, 12.0f};
-constexpr int kVarianceRadius = 2;
+// Variances are known from a few passes only and may be far too small by chance. They are at least
+// the mean around them.
+constexpr int kVarianceRadius = 1;
+// Real details of an image are larger than single pixels: one may be as wrong as it is distant from
+// its neighbours, all but two of them, yet not much more than the pixels in a larger square are.
+constexpr int kSurpassing = 2;
+constexpr int kDoubtRadius = 3;
+constexpr float kLargestDoubt = 4.0f;
 // From eight standard deviations on a pixel knows better than its neighbours.
 constexpr float kCertain = 64.0f;
 
@@ -38,8 +47,7 @@ GuideLimits getFeatureLimits(FeatureType type) {
 }
 
 /// The guide that colours are compared by: log(1 + colour / level), as the noise of a render grows
-/// with its brightness, and edges between bright and dark stay edges. Variances are smoothed: each
-/// is known from a few passes only.
+/// with its brightness, and edges between bright and dark stay edges.
 PlaneImage makeColorGuide(const PlaneImage& element, float level, DenoisingRun& run) {
     PlaneImage guide = element;
     PlaneImage blurred = element;
@@ -59,11 +67,51 @@ PlaneImage makeColorGuide(const PlaneImage& element, float level, DenoisingRun& 
             }
         }
     });
-    guide.extendBorders();
-    for (int c = 0; c < kGuideChannels; ++c) {
-        blurPlane(guide, kGuideChannels + c, kVarianceRadius, run);
+    PlaneImage smooth = guide;
+    for (int c = kGuideChannels; c < kGuidePlanes; ++c) {
+        blurPlane(smooth, c, kVarianceRadius, run);
+        for (int y = 0; y < guide.getHeight(); ++y) {
+            std::ranges::transform(std::span(smooth.row(c, y), std::size_t(guide.getWidth())),
+                                   std::span(guide.row(c, y), std::size_t(guide.getWidth())),
+                                   guide.row(c, y), std::ranges::max);
+        }
     }
+    guide.extendBorders();
     return guide;
+}
+
+/// How far a pixel is from those around it, but for the few that are farther out on its side.
+float getOutlierDistance(const float* pixel, std::ptrdiff_t stride) {
+    std::array<float, 8> around{pixel[-stride - 1], pixel[-stride],   pixel[-stride + 1],
+                                pixel[-1],          pixel[1],         pixel[stride - 1],
+                                pixel[stride],      pixel[stride + 1]};
+    std::ranges::sort(around);
+    return std::max(
+        {*pixel - around[around.size() - 1 - kSurpassing], around[kSurpassing] - *pixel, 0.0f});
+}
+
+/// Raises the variances of pixels that stand out from those around them.
+void doubtOutliers(PlaneImage& guide, DenoisingRun& run) {
+    PlaneImage around = guide;
+    for (int c = kGuideChannels; c < kGuidePlanes; ++c) {
+        blurPlane(around, c, kDoubtRadius, run);
+    }
+    run.forEach(guide.getHeight(), [&](std::int64_t row) {
+        const int y = static_cast<int>(row);
+        for (int c = 0; c < kGuideChannels; ++c) {
+            const float* value = guide.row(c, y);
+            const float* noise = around.row(kGuideChannels + c, y);
+            float* variance = guide.row(kGuideChannels + c, y);
+            for (int x = 0; x < guide.getWidth(); ++x) {
+                const float distance = getOutlierDistance(value + x, guide.getStride());
+                variance[x] =
+                    std::max(variance[x], std::min(distance * distance, kLargestDoubt * noise[x]));
+            }
+        }
+    });
+    for (int c = kGuideChannels; c < kGuidePlanes; ++c) {
+        guide.extendBorders(c);
+    }
 }
 
 /// Gives back what the filters have taken from pixels of which it is certain: differences far
@@ -151,7 +199,7 @@ private:
     void filter(const PlaneImage& noisy, PlaneImage& result, DenoisingRun& run) const {
         PlaneImage cleaned = noisy;
         const float level = measureLevel(cleaned);
-        removeFireflies(cleaned, level, data_.fireflySensitivity, run);
+        removeFireflies(cleaned, {level, data_.fireflySensitivity, 1.0f}, run);
         cleaned.extendBorders();
         const float damping = data_.sensitivity * data_.sensitivity;
         if (!(damping > 0.0f)) {
@@ -162,7 +210,8 @@ private:
             }
             return;
         }
-        const PlaneImage colorGuide = makeColorGuide(cleaned, level, run);
+        PlaneImage colorGuide = makeColorGuide(cleaned, level, run);
+        doubtOutliers(colorGuide, run);
         const PlaneImage valid = makeValidity(result.getWidth(), result.getHeight());
         DistanceScale scale = kColorScale;
         scale.damping *= damping;

@@ -6,7 +6,7 @@
 namespace tavrin::postcore {
 namespace {
 
-constexpr int kRadius = 7;
+constexpr int kRadius = 6;
 // A tile's pixels are given to those in their windows. Bands that are at least twice as high as a
 // window's radius and have another one between them do not touch the same pixels.
 constexpr int kBandHeight = DenoisingTile::kHeight;
@@ -32,7 +32,8 @@ public:
           result_(result),
           flat_(input.color.getWidth(), input.color.getHeight(), 1),
           alike_(makeSums(input.color)),
-          alikeInColor_(makeSums(input.color)) {
+          alikeInColor_(makeSums(input.color)),
+          meansInColor_(input.color.getWidth(), input.color.getHeight(), kGuideChannels) {
         flat_.fill(0, 0.0f);
     }
 
@@ -51,19 +52,21 @@ public:
         }
     }
 
-    /// Replaces the means in the result by the geometric means of the three estimates.
+    /// Replaces the means in the result by the geometric means of the four estimates.
     void combineRow(int y) {
         const float* weight = alike_.row(kGuideChannels, y);
         const float* weightInColor = alikeInColor_.row(kGuideChannels, y);
         for (int c = 0; c < kGuideChannels; ++c) {
             const float* fit = alike_.row(c, y);
             const float* fitInColor = alikeInColor_.row(c, y);
+            const float* meanInColor = meansInColor_.row(c, y);
             float* result = result_.row(c, y);
             for (int x = 0; x < result_.getWidth(); ++x) {
                 const float product = (std::max(result[x], 0.0f) + kOffset) *
                                       (std::max(fit[x] / weight[x], 0.0f) + kOffset) *
-                                      (std::max(fitInColor[x] / weightInColor[x], 0.0f) + kOffset);
-                result[x] = std::max(std::cbrt(product) - kOffset, 0.0f);
+                                      (std::max(fitInColor[x] / weightInColor[x], 0.0f) + kOffset) *
+                                      (std::max(meanInColor[x], 0.0f) + kOffset);
+                result[x] = std::max(std::sqrt(std::sqrt(product)) - kOffset, 0.0f);
             }
         }
     }
@@ -86,7 +89,9 @@ private:
         regression.weightStride = WindowWeights::kStride;
         regression.weights = weights.getCombinedWeights(row);
         addFits(tile, y, alike_, regression);
-        std::ranges::fill(regression.mean, nullptr);
+        for (int c = 0; c < kGuideChannels; ++c) {
+            regression.mean[c] = meansInColor_.row(c, y) + tile.x;
+        }
         regression.weights = weights.getColorWeights(row);
         addFits(tile, y, alikeInColor_, regression);
     }
@@ -105,6 +110,7 @@ private:
     PlaneImage flat_;
     PlaneImage alike_;
     PlaneImage alikeInColor_;
+    PlaneImage meansInColor_;
 };
 
 }  // namespace

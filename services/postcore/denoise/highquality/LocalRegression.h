@@ -16,10 +16,11 @@ struct RegressionInput {
     std::array<const PlaneImage*, 2> regressors;  ///< the first three planes of each; may be null
 };
 
-/// Estimates the colours without noise in three ways, whose errors differ, and writes their
-/// geometric mean into the three planes of `result`: the mean of the pixels that are alike by all
-/// guides, and first-order regression on the regressors over pixels that are alike by all guides
-/// or by colour alone (after Bitterli et al. 2016, "Nonlinearly weighted first-order regression").
+/// Estimates the colours without noise in four ways, whose errors differ, and writes their
+/// geometric mean into the three planes of `result`: the mean of the pixels that are alike, and
+/// first-order regression on the regressors over them (after Bitterli et al. 2016, "Nonlinearly
+/// weighted first-order regression"), each for pixels that are alike by all guides and for those
+/// that are alike by colour alone.
 /// Left unfinished when the run is aborted. Throws std::bad_alloc.
 void regressColors(const RegressionInput& input, PlaneImage& result, DenoisingRun& run);
 

@@ -273,11 +273,9 @@ void regressRow(const RegressionRow& row, std::size_t count) {
     Equations equations;
     for (std::size_t x = 0; x < count; x += hn::Lanes(d)) {
         gather(d, row, x, equations);
-        if (row.mean[0]) {
-            const auto total = hn::Max(hn::Load(d, equations.matrix[0]), hn::Set(d, kTinyWeight));
-            for (int c = 0; c < kGuideChannels; ++c) {
-                hn::StoreU(hn::Div(hn::Load(d, equations.side[0][c]), total), d, row.mean[c] + x);
-            }
+        const auto total = hn::Max(hn::Load(d, equations.matrix[0]), hn::Set(d, kTinyWeight));
+        for (int c = 0; c < kGuideChannels; ++c) {
+            hn::StoreU(hn::Div(hn::Load(d, equations.side[0][c]), total), d, row.mean[c] + x);
         }
         solve(d, equations);
         scatter(d, row, x, equations);

@@ -77,7 +77,7 @@ struct RegressionRow {
     std::ptrdiff_t weightStride;              ///< from one offset's row to the next one's
     float* sum[kGuideChannels];               ///< weighed values of the fits, to be added to
     float* sumWeight;
-    float* mean[kGuideChannels];  ///< the weighed means of the colours, or null
+    float* mean[kGuideChannels];  ///< the weighed means of the colours
 };
 void regress(const RegressionRow& row, std::size_t count);
 
