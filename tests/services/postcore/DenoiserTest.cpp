@@ -280,8 +280,8 @@ TEST(HighQualityDenoiser, AnswersTheSameForAnyNumberOfThreads) {
     std::vector<Bitmap> results;
     for (const int threads : {1, 4}) {
         Scheduler::setThreadCount(threads);
-        results.push_back(*denoise(DenoisingMode::HighQuality, color, variance,
-                                   makeData(grey({90, 70}, 0.4f))));
+        results.push_back(
+            *denoise(DenoisingMode::HighQuality, color, variance, makeData(grey({90, 70}, 0.4f))));
     }
     Scheduler::setThreadCount(0);
     EXPECT_TRUE(std::ranges::equal(results[0].pixels(), results[1].pixels()));

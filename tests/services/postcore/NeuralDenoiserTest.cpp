@@ -1,5 +1,5 @@
 #include "foundation/StandardPaths.h"
-#include "services/postcore/denoise/neural/CertainPixels.h"
+#include "services/postcore/denoise/CertainPixels.h"
 #include "services/postcore/denoise/neural/FeatureTrust.h"
 #include "services/postcore/denoise/neural/NeuralDenoiser.h"
 

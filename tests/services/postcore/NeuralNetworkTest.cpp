@@ -1,5 +1,5 @@
 #include "foundation/Scheduler.h"
-#include "services/postcore/denoise/neural/AutoExposure.h"
+#include "services/postcore/denoise/AutoExposure.h"
 #include "services/postcore/denoise/neural/TiledNetwork.h"
 #include "services/postcore/denoise/neural/TransferFunction.h"
 #include "tests/services/postcore/TensorArchive.h"

@@ -29,14 +29,9 @@ float getRemainingVariance(float value, float variance) {
     return variance > 0.0f && remaining > 0.0f ? variance / (variance / remaining + 1.0f) : 0.0f;
 }
 
-double sumUp(const PlaneImage& image, int plane) {
-    double sum = 0.0;
-    for (int y = 0; y < image.getHeight(); ++y) {
-        for (int x = 0; x < image.getWidth(); ++x) {
-            sum += image.row(plane, y)[x];
-        }
-    }
-    return sum;
+float& getComponent(BitmapImpl<Rgb>& bitmap, int channel, int x, int y) {
+    constexpr float Rgb::*kComponents[] = {&Rgb::r, &Rgb::g, &Rgb::b};
+    return bitmap.at(x, y).*kComponents[channel];
 }
 
 void change(float& result, float share, float lightPerShare) {
@@ -48,18 +43,26 @@ void change(float& result, float share, float lightPerShare) {
 
 /// Shares out what the whole channel still misses, or has too much, beyond what is tolerated.
 void returnRest(const PlaneImage& noisy, int channel, const PlaneImage& shares,
-                PlaneImage& denoised) {
-    const double light = sumUp(noisy, channel);
-    const double lost = light - sumUp(denoised, channel);
+                BitmapImpl<Rgb>& denoised) {
+    double light = 0.0;
+    double lost = 0.0;
+    double allShares = 0.0;
+    for (int y = 0; y < noisy.getHeight(); ++y) {
+        for (int x = 0; x < noisy.getWidth(); ++x) {
+            const double value = noisy.row(channel, y)[x];
+            light += value;
+            lost += value - double{getComponent(denoised, channel, x, y)};
+            allShares += double{shares.row(0, y)[x]};
+        }
+    }
     const double tolerated = kTolerated * std::abs(light);
-    const double lightPerShare =
-        (lost - std::clamp(lost, -tolerated, tolerated)) / sumUp(shares, 0);
+    const double lightPerShare = (lost - std::clamp(lost, -tolerated, tolerated)) / allShares;
     if (!std::isfinite(lightPerShare)) {
         return;
     }
     for (int y = 0; y < denoised.getHeight(); ++y) {
         for (int x = 0; x < denoised.getWidth(); ++x) {
-            change(denoised.row(channel, y)[x], shares.row(0, y)[x],
+            change(getComponent(denoised, channel, x, y), shares.row(0, y)[x],
                    static_cast<float>(lightPerShare));
         }
     }
@@ -67,7 +70,7 @@ void returnRest(const PlaneImage& noisy, int channel, const PlaneImage& shares,
 
 }  // namespace
 
-void returnEnergy(const PlaneImage& noisy, PlaneImage& denoised, DenoisingRun& run) {
+void returnEnergy(const PlaneImage& noisy, BitmapImpl<Rgb>& denoised, DenoisingRun& run) {
     const int width = noisy.getWidth();
     // Relative variances, lost light, shares of it, variances.
     PlaneImage planes(width, noisy.getHeight(), 4);
@@ -81,7 +84,8 @@ void returnEnergy(const PlaneImage& noisy, PlaneImage& denoised, DenoisingRun& r
     };
     for (int c = 0; c < kGuideChannels; ++c) {
         forEachPixel([&](int x, int y, float& relative, float&, float&) {
-            const float square = denoised.row(c, y)[x] * denoised.row(c, y)[x];
+            const float result = getComponent(denoised, c, x, y);
+            const float square = result * result;
             const float variance = noisy.row(kGuideChannels + c, y)[x];
             relative = variance < square ? variance / square : square > 0.0f ? 1.0f : 0.0f;
         });
@@ -91,7 +95,7 @@ void returnEnergy(const PlaneImage& noisy, PlaneImage& denoised, DenoisingRun& r
         blurPlane(planes, 0, kVarianceRadius, run);
         blurPlane(planes, 3, kVarianceRadius, run);
         forEachPixel([&](int x, int y, float& relative, float& lost, float& share) {
-            const float result = denoised.row(c, y)[x];
+            const float result = getComponent(denoised, c, x, y);
             lost = noisy.row(c, y)[x] - result;
             share = getRemainingVariance(result,
                                          std::min(relative * result * result, planes.row(3, y)[x]));
@@ -102,7 +106,7 @@ void returnEnergy(const PlaneImage& noisy, PlaneImage& denoised, DenoisingRun& r
             blurPlane(planes, 2, kRadius, run);
         }
         forEachPixel([&](int x, int y, float& share, float& lost, float& shares) {
-            change(denoised.row(c, y)[x], share, lost / shares);
+            change(getComponent(denoised, c, x, y), share, lost / shares);
         });
         returnRest(noisy, c, planes, denoised);
     }

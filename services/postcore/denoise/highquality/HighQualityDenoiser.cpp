@@ -1,5 +1,7 @@
 #include "services/postcore/denoise/highquality/HighQualityDenoiser.h"
 
+#include "services/postcore/denoise/AutoExposure.h"
+#include "services/postcore/denoise/CertainPixels.h"
 #include "services/postcore/denoise/DenoisingRun.h"
 #include "services/postcore/denoise/GuideImage.h"
 #include "services/postcore/denoise/fireflies/FireflyFilter.h"
@@ -29,7 +31,7 @@ constexpr int kSurpassing = 2;
 constexpr int kDoubtRadius = 3;
 constexpr float kLargestDoubt = 4.0f;
 // From eight standard deviations on a pixel knows better than its neighbours.
-constexpr float kCertain = 64.0f;
+constexpr float kOutstanding = 64.0f;
 
 GuideLimits getFeatureLimits(FeatureType type) {
     switch (type) {
@@ -114,10 +116,10 @@ void doubtOutliers(PlaneImage& guide, DenoisingRun& run) {
     }
 }
 
-/// Gives back what the filters have taken from pixels of which it is certain: differences far
-/// beyond the noise of a single pixel, as lamps have that are as small as a pixel.
-void keepCertainPixels(const PlaneImage& element, const PlaneImage& colorGuide, float level,
-                       PlaneImage& result, DenoisingRun& run) {
+/// Gives back what the filters have taken from pixels that stand out far beyond their noise, as
+/// lamps do that are as small as a pixel.
+void keepOutstandingPixels(const PlaneImage& element, const PlaneImage& colorGuide, float level,
+                           PlaneImage& result, DenoisingRun& run) {
     run.forEach(element.getHeight(), [&](std::int64_t row) {
         const int y = static_cast<int>(row);
         for (int c = 0; c < kGuideChannels; ++c) {
@@ -127,7 +129,7 @@ void keepCertainPixels(const PlaneImage& element, const PlaneImage& colorGuide, 
             float* filtered = result.row(c, y);
             for (int x = 0; x < element.getWidth(); ++x) {
                 const float difference = value[x] - std::log1p(filtered[x] / level);
-                const float noise = kCertain * variance[x];
+                const float noise = kOutstanding * variance[x];
                 const float square = difference * difference;
                 if (square > noise) {
                     filtered[x] += (color[x] - filtered[x]) * (1.0f - noise / square);
@@ -150,14 +152,17 @@ public:
         DenoisingRun run(scheduler_, progress, countSteps(color));
         prepareFeatures(color.getSize(), run);
         const PlaneImage noisy = makeGuide(color, &variance, kColorLimits, run);
-        PlaneImage result(color.getWidth(), color.getHeight(), kGuideChannels);
-        if (!run.isAborted()) {
-            filter(noisy, result, run);
+        BitmapImpl<Rgb> result = toBitmap(filter(noisy, run), color);
+        if (!run.isAborted() && data_.sensitivity > 0.0f) {
+            // Lamps have to be theirs before light that is missing is looked for elsewhere.
+            keepCertainPixels(scheduler_, color, variance, computeAutoExposure(scheduler_, color),
+                              data_.sensitivity, result);
+            returnEnergy(noisy, result, run);
         }
         if (run.isAborted() || !run.step(0)) {
             return {};
         }
-        return toBitmap(result, color);
+        return result;
     }
 
 private:
@@ -196,23 +201,19 @@ private:
         return found == features_.end() ? nullptr : &found->guide;
     }
 
-    void filter(const PlaneImage& noisy, PlaneImage& result, DenoisingRun& run) const {
+    /// The colours without noise and fireflies; anything when aborted.
+    PlaneImage filter(const PlaneImage& noisy, DenoisingRun& run) const {
         PlaneImage cleaned = noisy;
         const float level = measureLevel(cleaned);
         removeFireflies(cleaned, {level, data_.fireflySensitivity, 1.0f}, run);
         cleaned.extendBorders();
         const float damping = data_.sensitivity * data_.sensitivity;
-        if (!(damping > 0.0f)) {
-            for (int c = 0; c < kGuideChannels; ++c) {
-                for (int y = 0; y < result.getHeight(); ++y) {
-                    std::copy_n(cleaned.row(c, y), result.getWidth(), result.row(c, y));
-                }
-            }
-            return;
+        if (run.isAborted() || !(damping > 0.0f)) {
+            return cleaned;
         }
         PlaneImage colorGuide = makeColorGuide(cleaned, level, run);
         doubtOutliers(colorGuide, run);
-        const PlaneImage valid = makeValidity(result.getWidth(), result.getHeight());
+        const PlaneImage valid = makeValidity(noisy.getWidth(), noisy.getHeight());
         DistanceScale scale = kColorScale;
         scale.damping *= damping;
         RegressionInput input{
@@ -222,9 +223,10 @@ private:
         for (const Feature& feature : features_) {
             input.guides.features.push_back(&feature.guide);
         }
+        PlaneImage result(noisy.getWidth(), noisy.getHeight(), kGuideChannels);
         regressColors(input, result, run);
-        keepCertainPixels(cleaned, colorGuide, level, result, run);
-        returnEnergy(noisy, result, run);
+        keepOutstandingPixels(cleaned, colorGuide, level, result, run);
+        return result;
     }
 
     static BitmapImpl<Rgb> toBitmap(const PlaneImage& image, const BitmapImpl<Rgb>& alphas) {

@@ -2,8 +2,8 @@
 
 #include "foundation/Exception.h"
 #include "foundation/StandardPaths.h"
-#include "services/postcore/denoise/neural/AutoExposure.h"
-#include "services/postcore/denoise/neural/CertainPixels.h"
+#include "services/postcore/denoise/AutoExposure.h"
+#include "services/postcore/denoise/CertainPixels.h"
 #include "services/postcore/denoise/neural/FeatureTrust.h"
 #include "services/postcore/denoise/neural/TileChannels.h"
 #include "services/postcore/denoise/neural/TiledNetwork.h"

@@ -1,4 +1,4 @@
-#include "services/postcore/denoise/neural/AutoExposure.h"
+#include "services/postcore/denoise/AutoExposure.h"
 
 #include "services/colorkit/Luminance.h"
 

@@ -1,4 +1,4 @@
-#include "services/postcore/denoise/neural/CertainPixels.h"
+#include "services/postcore/denoise/CertainPixels.h"
 
 #include "services/colorkit/Luminance.h"
 
