@@ -2,6 +2,7 @@
 
 #include "base/pipeline/Completion.h"
 #include "foundation/Exception.h"
+#include "services/postcore/PropertyIds.h"
 
 #include <algorithm>
 #include <iterator>
@@ -12,8 +13,6 @@ namespace {
 using image::ElementInfo;
 using pipeline::DisplayChain;
 using postcore::DenoisingMode;
-
-constexpr int kModeId = 996;
 
 DenoisingMode chooseMode(const Options& options, const DisplayChain& chain) {
     if (*options.denoise != DenoisingMode::None) {
@@ -41,7 +40,7 @@ std::vector<ElementInfo> getSources(const Output& output, const DisplayChain& ch
 
 void denoise(const Options& options, const Output& output, DisplayChain& chain,
              settings::Settings& settings, ProgressLine& progress) {
-    settings.set(kModeId, static_cast<int>(chooseMode(options, chain)));
+    settings.set(postcore::kDenoiseModeId, static_cast<int>(chooseMode(options, chain)));
     std::vector<String> names;
     std::ranges::transform(getSources(output, chain), std::back_inserter(names),
                            &ElementInfo::name);

@@ -1,6 +1,7 @@
 #include "base/pipeline/BlendDenoisedOperator.h"
 
 #include "base/image/RowLoop.h"
+#include "services/postcore/PropertyIds.h"
 
 #include <algorithm>
 #include <cmath>
@@ -8,8 +9,6 @@
 namespace tavrin::pipeline {
 namespace {
 
-constexpr int kBlendingId = 989;
-constexpr int kAmountId = 993;
 constexpr int kSourceInput = 0;
 constexpr int kDenoisedInput = 1;
 
@@ -47,7 +46,7 @@ std::vector<image::ElementInfo> BlendDenoisedOperator::getElements() const {
 
 Optional<BitmapImpl<Rgb>> BlendDenoisedOperator::computeRgbRegion(const Request& request) {
     auto source = requestRgb(request, kSourceInput);
-    if (!source || !settings().get(kBlendingId).get<bool>()) {
+    if (!source || !settings().get(postcore::kDenoiseBlendingId).get<bool>()) {
         return source;
     }
     const auto denoised = requestRgb(request, kDenoisedInput);
@@ -55,7 +54,7 @@ Optional<BitmapImpl<Rgb>> BlendDenoisedOperator::computeRgbRegion(const Request&
     if (!denoised || denoised->getSize() != source->getSize()) {
         return source;
     }
-    const float amount = settings().get(kAmountId).get<float>();
+    const float amount = settings().get(postcore::kDenoiseAmountId).get<float>();
     image::forEachRow(source->getSize(), [&](int y) {
         const std::span<const Rgb> from = denoised->row(y);
         const std::span<Rgb> to = source->row(y);

@@ -1,6 +1,7 @@
 #include "base/pipeline/DenoiseOperator.h"
 
 #include "foundation/Exception.h"
+#include "services/postcore/PropertyIds.h"
 
 #include <algorithm>
 #include <string>
@@ -18,11 +19,6 @@ using postcore::FeatureType;
 const String kName = "Pipeline_DenoiseOperator";
 const String kTitle = "Denoising progress";
 const String kFailure = "Denoising has failed. ";
-
-constexpr int kModeId = 996;
-constexpr int kSensitivityId = 997;
-constexpr int kFireflySensitivityId = 992;
-constexpr int kBackendId = 999;
 
 /// Passes a denoiser's reports on.
 class ErrorLogger final : public postcore::ILogger {
@@ -162,7 +158,7 @@ void DenoiseOperator::update() {
 
 DenoiseOperator::Job DenoiseOperator::makeJob() const {
     Job job;
-    job.mode = DenoisingMode(settings().get(kModeId).get<int>());
+    job.mode = DenoisingMode(settings().get(postcore::kDenoiseModeId).get<int>());
     if (!getDenoisingModeFlags(job.mode).has(DenoisingModeFlag::Usable)) {
         throw Exception("Denoising is not enabled. You have to select the denoise mode first.");
     }
@@ -181,7 +177,8 @@ void DenoiseOperator::run(const Job& job) {
     checkPassCounts(job.mode);
     ErrorLogger logger([this](const String& text) { tellError(text); },
                        [this](const String& text) { tellWarning(text); });
-    const auto backend = postcore::OidnBackend(settings().get(kBackendId).get<int>());
+    const auto backend =
+        postcore::OidnBackend(settings().get(postcore::kDenoiseBackendId).get<int>());
     const auto denoiser = createDenoiser_(job.mode, Scheduler::highPriorityInstance(), logger,
                                           pullData(job.mode), backend);
     if (!denoiser) {
@@ -211,8 +208,8 @@ void DenoiseOperator::checkPassCounts(DenoisingMode mode) const {
 
 postcore::DenoisingData DenoiseOperator::pullData(DenoisingMode mode) const {
     postcore::DenoisingData data;
-    data.sensitivity = settings().get(kSensitivityId).get<float>();
-    data.fireflySensitivity = settings().get(kFireflySensitivityId).get<float>();
+    data.sensitivity = settings().get(postcore::kDenoiseSensitivityId).get<float>();
+    data.fireflySensitivity = settings().get(postcore::kDenoiseFireflySensitivityId).get<float>();
     const std::vector<ElementInfo> elements = input().getElements();
     for (const FeatureType feature : chooseFeatures(elements, mode)) {
         const String name = postcore::getFeatureElementName(feature);

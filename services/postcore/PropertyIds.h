@@ -13,5 +13,11 @@ inline constexpr int kSharpenAmountId = 379;
 inline constexpr int kSharpenRadiusId = 380;
 inline constexpr int kBlurRadiusId = 382;
 inline constexpr int kSharpenBlurEnabledId = 383;
+inline constexpr int kDenoiseBlendingId = 989;
+inline constexpr int kDenoiseFireflySensitivityId = 992;
+inline constexpr int kDenoiseAmountId = 993;
+inline constexpr int kDenoiseModeId = 996;
+inline constexpr int kDenoiseSensitivityId = 997;
+inline constexpr int kDenoiseBackendId = 999;
 
 }  // namespace tavrin::postcore

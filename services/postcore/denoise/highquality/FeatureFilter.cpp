@@ -90,17 +90,18 @@ void blurPlane(PlaneImage& image, int plane, int radius, DenoisingRun& run) {
     const int width = image.getWidth();
     const int height = image.getHeight();
     const float scale = 1.0f / static_cast<float>(2 * radius + 1);
+    const auto add = [=](const float* from, float* to) {
+        for (int x = 0; x < width; ++x) {
+            to[x] += from[x] * scale;
+        }
+    };
     PlaneImage rows(width, height, 1);
     image.extendBorders(plane);
     run.forEach(height, [&](std::int64_t y) {
-        const float* from = image.row(plane, static_cast<int>(y));
         float* to = rows.row(0, static_cast<int>(y));
-        for (int x = 0; x < width; ++x) {
-            float sum = 0.0f;
-            for (int i = -radius; i <= radius; ++i) {
-                sum += from[x + i];
-            }
-            to[x] = sum * scale;
+        std::fill_n(to, width, 0.0f);
+        for (int i = -radius; i <= radius; ++i) {
+            add(image.row(plane, static_cast<int>(y)) + i, to);
         }
     });
     rows.extendBorders();
@@ -108,10 +109,7 @@ void blurPlane(PlaneImage& image, int plane, int radius, DenoisingRun& run) {
         float* to = image.row(plane, static_cast<int>(y));
         std::fill_n(to, width, 0.0f);
         for (int i = -radius; i <= radius; ++i) {
-            const float* from = rows.row(0, static_cast<int>(y) + i);
-            for (int x = 0; x < width; ++x) {
-                to[x] += from[x] * scale;
-            }
+            add(rows.row(0, static_cast<int>(y) + i), to);
         }
     });
     image.extendBorders(plane);
