@@ -22,8 +22,9 @@ namespace {
 constexpr int kWidth = 4;
 constexpr int kHeight = 2;
 
-Imf::Header makeHeader(const std::vector<std::string>& channels) {
-    Imf::Header header(kWidth, kHeight);
+Imf::Header makeHeader(const std::vector<std::string>& channels, int width = kWidth,
+                       int height = kHeight) {
+    Imf::Header header(width, height);
     header.compression() = Imf::ZIPS_COMPRESSION;
     for (const std::string& channel : channels) {
         header.channels().insert(channel, Imf::Channel(Imf::FLOAT));
@@ -78,13 +79,15 @@ void writeNoisy(const std::string& file) {
     const std::vector<std::string> channels = {
         "B",       "G",           "R",           "Plain.B",     "Plain.G",
         "Plain.R", "SqrBeauty.B", "SqrBeauty.G", "SqrBeauty.R", "TAVRIN_FB_WEIGHTS"};
-    Imf::Header header = makeHeader(channels);
-    std::vector<float> grey(kWidth * kHeight, 0.25f);
+    constexpr std::size_t kNoisyWidth = 64;
+    constexpr std::size_t kNoisyHeight = 48;
+    Imf::Header header = makeHeader(channels, kNoisyWidth, kNoisyHeight);
+    std::vector<float> grey(kNoisyWidth * kNoisyHeight, 0.25f);
     std::vector<float> noisy = grey;
-    noisy[kWidth + 1] = 50.0f;
-    std::vector<float> variance(kWidth * kHeight, 0.001f);
-    variance[kWidth + 1] = 2000.0f;
-    std::vector<float> passes(kWidth * kHeight, 8.0f);
+    noisy[kNoisyWidth + 1] = 5.0f;
+    std::vector<float> variance(grey.size(), 0.001f);
+    variance[kNoisyWidth + 1] = 20.0f;
+    std::vector<float> passes(grey.size(), 8.0f);
     Imf::FrameBuffer frameBuffer;
     for (const std::string& channel : channels) {
         std::vector<float>& plane = channel.size() == 1             ? noisy
@@ -92,11 +95,11 @@ void writeNoisy(const std::string& file) {
                                     : channel.starts_with("TAVRIN") ? passes
                                                                     : grey;
         frameBuffer.insert(channel, Imf::Slice(Imf::FLOAT, reinterpret_cast<char*>(plane.data()),
-                                               sizeof(float), sizeof(float) * kWidth));
+                                               sizeof(float), sizeof(float) * kNoisyWidth));
     }
     Imf::OutputFile output(file.c_str(), header);
     output.setFrameBuffer(frameBuffer);
-    output.writePixels(kHeight);
+    output.writePixels(kNoisyHeight);
 }
 
 /// Layers of a renderer that names its beauty in its own way.
