@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cmath>
+
 namespace tavrin {
 inline namespace foundation {
 
@@ -15,6 +17,11 @@ struct alignas(16) Rgb {
         return left.r == right.r && left.g == right.g && left.b == right.b;
     }
 };
+
+/// Whether the three components are; alpha does not count.
+inline bool isFinite(const Rgb& color) {
+    return std::isfinite(color.r) && std::isfinite(color.g) && std::isfinite(color.b);
+}
 
 /// A colour of four floats.
 struct alignas(16) Rgba {

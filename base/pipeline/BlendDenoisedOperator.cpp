@@ -12,10 +12,6 @@ namespace {
 constexpr int kSourceInput = 0;
 constexpr int kDenoisedInput = 1;
 
-bool isFinite(const Rgb& color) {
-    return std::isfinite(color.r) && std::isfinite(color.g) && std::isfinite(color.b);
-}
-
 /// Pixels that could not be denoised stay as they are, and so does alpha. Nothing can be blended
 /// with infinity: any amount replaces it.
 void blend(const Rgb& denoised, float amount, Rgb& pixel) {

@@ -7,6 +7,10 @@ namespace tavrin::colorkit {
 /// The shares of linear R, G and B in the luminance Y (ITU-R BT.709).
 inline constexpr Vector3 kLuminanceWeights{0.2126, 0.7152, 0.0722};
 
+constexpr double getLuminance(double r, double g, double b) {
+    return kLuminanceWeights[0] * r + kLuminanceWeights[1] * g + kLuminanceWeights[2] * b;
+}
+
 /// The linear value around which tone curves turn.
 inline constexpr double kMiddleGrey = 0.18;
 

@@ -34,9 +34,7 @@ double getMeanLuminance(const BitmapImpl<Rgb>& color, int x0, int x1, int y0, in
         const auto row = color.row(y);
         for (int x = x0; x < x1; ++x) {
             const Rgb& pixel = row[static_cast<std::size_t>(x)];
-            sum += colorkit::kLuminanceWeights[0] * clean(pixel.r) +
-                   colorkit::kLuminanceWeights[1] * clean(pixel.g) +
-                   colorkit::kLuminanceWeights[2] * clean(pixel.b);
+            sum += colorkit::getLuminance(clean(pixel.r), clean(pixel.g), clean(pixel.b));
         }
     }
     return sum / (double(x1 - x0) * double(y1 - y0));

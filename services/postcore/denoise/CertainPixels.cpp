@@ -26,13 +26,8 @@ constexpr float kFullLight = 16.0f;
 constexpr float kBlack = 1e-3f;
 
 float getLuminance(const Rgb& color) {
-    return static_cast<float>(colorkit::kLuminanceWeights[0]) * color.r +
-           static_cast<float>(colorkit::kLuminanceWeights[1]) * color.g +
-           static_cast<float>(colorkit::kLuminanceWeights[2]) * color.b;
-}
-
-bool isFinite(const Rgb& color) {
-    return std::isfinite(color.r) && std::isfinite(color.g) && std::isfinite(color.b);
+    return static_cast<float>(
+        colorkit::getLuminance(double{color.r}, double{color.g}, double{color.b}));
 }
 
 /// Missing ones are negative.
@@ -110,26 +105,43 @@ float getNoisyShare(float variance, float meanVariance, float luminance, float e
 
 }  // namespace
 
-void keepCertainPixels(Scheduler& scheduler, const BitmapImpl<Rgb>& noisy,
-                       const BitmapImpl<Rgb>& variance, float exposure, float sensitivity,
-                       BitmapImpl<Rgb>& denoised) {
-    const auto keepRows = [&](std::int64_t from, std::int64_t to) {
+BitmapImpl<float> findCertainPixels(Scheduler& scheduler, const BitmapImpl<Rgb>& noisy,
+                                    const BitmapImpl<Rgb>& variance, float exposure,
+                                    float sensitivity, const BitmapImpl<Rgb>& denoised) {
+    BitmapImpl<float> shares(noisy.getWidth(), noisy.getHeight());
+    const auto weighRows = [&](std::int64_t from, std::int64_t to) {
         VarianceRow around(variance);
         for (int y = static_cast<int>(from); y < to; ++y) {
             around.setRow(y);
             for (int x = 0; x < noisy.getWidth(); ++x) {
+                shares.at(x, y) =
+                    isFinite(noisy.at(x, y))
+                        ? getNoisyShare(getVariance(variance.at(x, y)), around.getMean(x),
+                                        getLuminance(denoised.at(x, y)), exposure, sensitivity)
+                        : 0.0f;
+            }
+        }
+    };
+    scheduler.parallelForRanges(0, noisy.getHeight(), kRowsPerTask, TaskPriority::Normal,
+                                weighRows);
+    return shares;
+}
+
+void keepCertainPixels(Scheduler& scheduler, const BitmapImpl<Rgb>& noisy,
+                       const BitmapImpl<float>& shares, BitmapImpl<Rgb>& denoised) {
+    const auto keepRows = [&](std::int64_t from, std::int64_t to) {
+        for (int y = static_cast<int>(from); y < to; ++y) {
+            for (int x = 0; x < noisy.getWidth(); ++x) {
                 const Rgb& source = noisy.at(x, y);
+                const float share = shares.at(x, y);
                 Rgb& pixel = denoised.at(x, y);
                 pixel.a = source.a;
-                if (!isFinite(source)) {
-                    continue;
+                if (share > 0.0f) {
+                    // Two products, because a difference of the largest floats is not finite.
+                    pixel.r = (1.0f - share) * pixel.r + share * std::max(source.r, 0.0f);
+                    pixel.g = (1.0f - share) * pixel.g + share * std::max(source.g, 0.0f);
+                    pixel.b = (1.0f - share) * pixel.b + share * std::max(source.b, 0.0f);
                 }
-                const float share = getNoisyShare(getVariance(variance.at(x, y)), around.getMean(x),
-                                                  getLuminance(pixel), exposure, sensitivity);
-                // Two products, because a difference of the largest floats is not finite.
-                pixel.r = (1.0f - share) * pixel.r + share * std::max(source.r, 0.0f);
-                pixel.g = (1.0f - share) * pixel.g + share * std::max(source.g, 0.0f);
-                pixel.b = (1.0f - share) * pixel.b + share * std::max(source.b, 0.0f);
             }
         }
     };

@@ -6,18 +6,21 @@
 
 namespace tavrin::postcore {
 
-/// Brings back the pixels of the noisy picture that are better than a network's: where the variance
-/// of the mean says that a pixel is certain already, and in visible lights, whose energy networks
-/// miss. Each pixel becomes the mean of both, weighted by the inverse squares of their relative
-/// errors. Takes over the noisy picture's alpha. `exposure` is what makes its middle grey 0.18;
-/// `sensitivity` multiplies the standard errors of the noisy picture, so that at 0 all of it is
-/// certain.
+// Where a noisy picture is better than what a filter has made of it: where the variance of the mean
+// says that a pixel is certain already, and in visible lights, whose energy filters miss.
+
+/// How much of each pixel to take from the noisy picture, 0 to 1, by the inverse squares of the
+/// relative errors of both. `exposure` is what makes its middle grey 0.18; `sensitivity` multiplies
+/// the standard errors of the noisy picture, so that at 0 all of it is certain.
 ///
 /// Pixels of the noisy picture and variances that are not finite count as missing; so do variances
-/// that are 0 together with all around them, as those of pixels with a single sample are. The
-/// result is finite and not negative where the denoised picture is.
+/// that are 0 together with all around them, as those of pixels with a single sample are.
+BitmapImpl<float> findCertainPixels(Scheduler& scheduler, const BitmapImpl<Rgb>& noisy,
+                                    const BitmapImpl<Rgb>& variance, float exposure,
+                                    float sensitivity, const BitmapImpl<Rgb>& denoised);
+
+/// Takes so much of each noisy pixel, which counts as 0 where it is negative, and its alpha.
 void keepCertainPixels(Scheduler& scheduler, const BitmapImpl<Rgb>& noisy,
-                       const BitmapImpl<Rgb>& variance, float exposure, float sensitivity,
-                       BitmapImpl<Rgb>& denoised);
+                       const BitmapImpl<float>& shares, BitmapImpl<Rgb>& denoised);
 
 }  // namespace tavrin::postcore

@@ -42,10 +42,6 @@ void setPixel(PlaneImage& image, int firstPlane, int x, int y, const Rgb& pixel,
 
 }  // namespace
 
-bool isFinite(const Rgb& color) {
-    return std::isfinite(color.r) && std::isfinite(color.g) && std::isfinite(color.b);
-}
-
 PlaneImage makeGuide(const BitmapImpl<Rgb>& element, const BitmapImpl<Rgb>* variance,
                      const GuideLimits& limits, DenoisingRun& run) {
     PlaneImage guide(element.getWidth(), element.getHeight(), 6);

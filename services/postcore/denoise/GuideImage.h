@@ -17,9 +17,6 @@ struct GuideLimits {
 /// Colours that may be squared twice.
 inline constexpr GuideLimits kColorLimits{-1e9f, 1e9f, 1e18f};
 
-/// True when the three components are finite.
-bool isFinite(const Rgb& color);
-
 /// The six planes of an element and of its variances, within the limits, with the borders
 /// extended. Pixels that are not finite are filled with the mean of the nearest finite ones, or
 /// with 0 when those are far away, and are as uncertain as a value can be; a variance that is not

@@ -1,7 +1,9 @@
 #include "foundation/StandardPaths.h"
 #include "services/postcore/denoise/CertainPixels.h"
 #include "services/postcore/denoise/neural/FeatureTrust.h"
+#include "services/postcore/denoise/neural/LightKeeping.h"
 #include "services/postcore/denoise/neural/NeuralDenoiser.h"
+#include "services/postcore/denoise/neural/TileChannels.h"
 
 #include <gtest/gtest.h>
 
@@ -36,6 +38,13 @@ BitmapImpl<Rgb> makeNoise(Pixel size, float shade) {
     return bitmap;
 }
 
+void takeBack(const BitmapImpl<Rgb>& noisy, const BitmapImpl<Rgb>& variance, float sensitivity,
+              BitmapImpl<Rgb>& result) {
+    Scheduler& scheduler = Scheduler::defaultInstance();
+    const auto shares = findCertainPixels(scheduler, noisy, variance, 1.0f, sensitivity, result);
+    keepCertainPixels(scheduler, noisy, shares, result);
+}
+
 TEST(CertainPixels, TakesTheMeanWeighedByTheErrors) {
     const struct {
         const char* name;
@@ -63,8 +72,7 @@ TEST(CertainPixels, TakesTheMeanWeighedByTheErrors) {
         auto result = makeFlat(size, denoised);
         auto source = makeFlat(size, noisy);
         source.at(6, 2).a = 0.25f;
-        keepCertainPixels(Scheduler::defaultInstance(), source,
-                          makeFlat(size, deviation * deviation), 1.0f, sensitivity, result);
+        takeBack(source, makeFlat(size, deviation * deviation), sensitivity, result);
         for (const Rgb& pixel : result.pixels()) {
             EXPECT_NEAR(pixel.g, expected, 1e-4f * expected) << name;
         }
@@ -76,8 +84,7 @@ TEST(CertainPixels, BelievesNoSingleSmallVariance) {
     auto variance = makeFlat({9, 9}, 1.0f);
     variance.at(4, 4) = Rgb();
     auto result = makeFlat({9, 9}, 1.0f);
-    keepCertainPixels(Scheduler::defaultInstance(), makeFlat({9, 9}, 3.0f), variance, 1.0f, 1.0f,
-                      result);
+    takeBack(makeFlat({9, 9}, 3.0f), variance, 1.0f, result);
     EXPECT_NEAR(result.at(4, 4).g, 1.0f, 1e-3f);
 }
 
@@ -87,8 +94,8 @@ TEST(FeatureTrust, ComparesNoiseWhateverTheNumberOfSamples) {
     const auto isTrusted = [&](float albedoDeviation, float colorDeviation) {
         const DenoisingFeature albedo{FeatureType::VisibleDiffuse, makeFlat(size, 0.3f),
                                       makeFlat(size, albedoDeviation * albedoDeviation)};
-        return isAlbedoTrusted(albedo, color, makeFlat(size, colorDeviation * colorDeviation),
-                               1.0f);
+        return AlbedoTrust(albedo).isTrusted(color, makeFlat(size, colorDeviation * colorDeviation),
+                                             1.0f);
     };
     for (const float samples : {1.0f, 16.0f, 256.0f}) {
         const float deviation = 1.0f / std::sqrt(samples);
@@ -96,8 +103,50 @@ TEST(FeatureTrust, ComparesNoiseWhateverTheNumberOfSamples) {
         EXPECT_FALSE(isTrusted(0.05f * deviation, 0.5f * deviation));
     }
     EXPECT_TRUE(isTrusted(0.0f, 0.0f));
-    EXPECT_TRUE(isAlbedoTrusted({FeatureType::VisibleDiffuse, makeFlat(size, 0.3f), {}}, color,
-                                color, 1.0f));
+    const AlbedoTrust unknown({FeatureType::VisibleDiffuse, makeFlat(size, 0.3f), {}});
+    EXPECT_TRUE(unknown.isTrusted(color, color, 1.0f));
+}
+
+TEST(LightKeeping, LeavesLessThanAHundredthUnlessItWasNoise) {
+    const Pixel size{9, 5};
+    const struct {
+        float denoised;
+        float share;
+        float expected;
+    } cases[] = {{0.995f, 0.0f, 0.995f}, {0.98f, 0.0f, 0.992f}, {1.03f, 0.0f, 1.008f},
+                 {0.98f, 0.5f, 0.984f},  {0.5f, 0.0f, 0.515f},  {0.0f, 0.0f, 0.0f}};
+    for (const auto& [denoised, share, expected] : cases) {
+        auto result = makeFlat(size, denoised);
+        auto noisy = makeFlat(size, 1.0f);
+        noisy.at(3, 2).g = kNan;
+        BitmapImpl<float> shares(size.x, size.y);
+        std::ranges::fill(shares.pixels(), share);
+        keepLight(Scheduler::defaultInstance(), noisy, shares, result);
+        EXPECT_NEAR(result.at(8, 4).g, expected, 1e-5f);
+    }
+}
+
+TEST(TileChannels, LeaveNothingOfTheTileBefore) {
+    const Pixel size{17, 18};
+    const auto picture = makeFlat(size, 0.5f);
+    const NetworkInput input{&picture, &picture, &picture};
+    for (const int blockSize : {8, 16}) {
+        const Pixel tileSize{32, 32};
+        std::vector<float> values(16 * 32 * 32, kNan);
+        const TiledNetwork::Channels channels{values.data(), tileSize, blockSize};
+        writeTile(Scheduler::defaultInstance(), input, makeLightCode(1.0f), {{0, 0}, {}}, channels);
+        for (int channel = 0; channel < 16; ++channel) {
+            for (int y = 0; y < tileSize.y; ++y) {
+                for (int x = 0; x < tileSize.x; ++x) {
+                    const float value = channels.getRow(channel / blockSize,
+                                                        y)[x * blockSize + channel % blockSize];
+                    const bool isKnown = channel < 9 && x < size.x && y < size.y;
+                    ASSERT_TRUE(isKnown ? value > 0.0f : value == 0.0f)
+                        << channel << " at " << x << ", " << y << ": " << value;
+                }
+            }
+        }
+    }
 }
 
 class Logger final : public ILogger {

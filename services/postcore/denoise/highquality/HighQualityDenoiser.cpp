@@ -155,8 +155,10 @@ public:
         BitmapImpl<Rgb> result = toBitmap(filter(noisy, run), color);
         if (!run.isAborted() && data_.sensitivity > 0.0f) {
             // Lamps have to be theirs before light that is missing is looked for elsewhere.
-            keepCertainPixels(scheduler_, color, variance, computeAutoExposure(scheduler_, color),
-                              data_.sensitivity, result);
+            const float exposure = computeAutoExposure(scheduler_, color);
+            const auto certain =
+                findCertainPixels(scheduler_, color, variance, exposure, data_.sensitivity, result);
+            keepCertainPixels(scheduler_, color, certain, result);
             returnEnergy(noisy, result, run);
         }
         if (run.isAborted() || !run.step(0)) {

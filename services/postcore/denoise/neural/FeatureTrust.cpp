@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstdint>
 #include <vector>
 
 namespace tavrin::postcore {
@@ -18,12 +17,10 @@ constexpr double kLeastAlbedo = 0.01;
 // Exposed luminances below this are dark.
 constexpr double kDark = 1e-3;
 // So many pixels, spread over the picture, tell its quartiles.
-constexpr std::int64_t kSamples = 100'000;
+constexpr std::size_t kSamples = 100'000;
 
 double getLuminance(const Rgb& color) {
-    return colorkit::kLuminanceWeights[0] * double(color.r) +
-           colorkit::kLuminanceWeights[1] * double(color.g) +
-           colorkit::kLuminanceWeights[2] * double(color.b);
+    return colorkit::getLuminance(double{color.r}, double{color.g}, double{color.b});
 }
 
 double getStandardError(const Rgb& variance) {
@@ -38,26 +35,31 @@ double getUpperQuartile(std::vector<double>& values) {
 
 }  // namespace
 
-bool isAlbedoTrusted(const DenoisingFeature& albedo, const BitmapImpl<Rgb>& color,
-                     const BitmapImpl<Rgb>& variance, float exposure) {
+AlbedoTrust::AlbedoTrust(const DenoisingFeature& albedo)
+    // An odd step does not stay in the same columns of usual widths.
+    : step_(albedo.pixels.pixels().size() / kSamples | 1) {
     if (!albedo.variance) {
-        return true;
+        return;
     }
-    const double dark = kDark / double(exposure);
+    const auto pixels = albedo.pixels.pixels();
+    for (std::size_t i = 0; i < pixels.size(); i += step_) {
+        errors_.push_back(getStandardError(albedo.variance->pixels()[i]) /
+                          std::max(getLuminance(pixels[i]), kLeastAlbedo));
+    }
+}
+
+bool AlbedoTrust::isTrusted(const BitmapImpl<Rgb>& color, const BitmapImpl<Rgb>& variance,
+                            float exposure) const {
+    const double dark = kDark / double{exposure};
     std::vector<double> albedoErrors;
     std::vector<double> colorErrors;
-    // An odd step does not stay in the same columns of usual widths.
-    const std::int64_t step = color.getPixelCount() / kSamples | 1;
-    for (std::int64_t i = 0; i < color.getPixelCount(); i += step) {
-        const auto index = static_cast<std::size_t>(i);
+    for (std::size_t i = 0; i < errors_.size(); ++i) {
+        const std::size_t index = i * step_;
         const double luminance = getLuminance(color.pixels()[index]);
         const double colorError = getStandardError(variance.pixels()[index]) / luminance;
-        const double albedoError =
-            getStandardError(albedo.variance->pixels()[index]) /
-            std::max(getLuminance(albedo.pixels.pixels()[index]), kLeastAlbedo);
-        if (luminance > dark && std::isfinite(colorError) && std::isfinite(albedoError)) {
+        if (luminance > dark && std::isfinite(colorError) && std::isfinite(errors_[i])) {
             colorErrors.push_back(colorError);
-            albedoErrors.push_back(albedoError);
+            albedoErrors.push_back(errors_[i]);
         }
     }
     return albedoErrors.empty() ||

@@ -5,6 +5,7 @@
 #include "services/postcore/denoise/AutoExposure.h"
 #include "services/postcore/denoise/CertainPixels.h"
 #include "services/postcore/denoise/neural/FeatureTrust.h"
+#include "services/postcore/denoise/neural/LightKeeping.h"
 #include "services/postcore/denoise/neural/TileChannels.h"
 #include "services/postcore/denoise/neural/TiledNetwork.h"
 #include "services/postcore/denoise/neural/WatchedThread.h"
@@ -19,8 +20,9 @@ namespace {
 
 /// The features that a network with so many input channels takes.
 struct Guides {
-    Optional<DenoisingFeature> albedo;
-    Optional<DenoisingFeature> normals;  ///< only with an albedo
+    Optional<BitmapImpl<Rgb>> albedo;
+    Optional<BitmapImpl<Rgb>> normals;  ///< only with an albedo
+    Optional<AlbedoTrust> trust;        ///< in the albedo
 };
 
 Optional<DenoisingFeature> takeFeature(DenoisingData& data, FeatureType type) {
@@ -34,11 +36,11 @@ Optional<DenoisingFeature> takeFeature(DenoisingData& data, FeatureType type) {
 
 Guides takeGuides(DenoisingData data) {
     Guides guides;
-    guides.albedo = takeFeature(data, FeatureType::VisibleDiffuse);
-    if (guides.albedo) {
-        guides.normals = takeFeature(data, FeatureType::VisibleNormals);
-        if (guides.normals) {
-            guides.normals->variance.reset();  // not used, and large
+    if (auto albedo = takeFeature(data, FeatureType::VisibleDiffuse)) {
+        guides.trust.emplace(*albedo);
+        guides.albedo = std::move(albedo->pixels);
+        if (auto normals = takeFeature(data, FeatureType::VisibleNormals)) {
+            guides.normals = std::move(normals->pixels);
         }
     }
     return guides;
@@ -89,11 +91,11 @@ private:
         const float exposure = computeAutoExposure(scheduler_, color);
         NetworkInput input{&color};
         const NeuralModel* model = &models_.plain;
-        if (guides_.albedo && isAlbedoTrusted(*guides_.albedo, color, variance, exposure)) {
+        if (guides_.trust && guides_.trust->isTrusted(color, variance, exposure)) {
             cleanGuides(monitor);
             model = &*models_.guided;
-            input.albedo = &guides_.albedo->pixels;
-            input.normals = guides_.normals ? &guides_.normals->pixels : nullptr;
+            input.albedo = &*guides_.albedo;
+            input.normals = guides_.normals ? &*guides_.normals : nullptr;
         }
         if (monitor.isStopped()) {
             return;
@@ -101,7 +103,10 @@ private:
         result = BitmapImpl<Rgb>(color.getWidth(), color.getHeight());
         apply(*model, input, makeLightCode(exposure), result, monitor);
         if (!monitor.isStopped()) {
-            keepCertainPixels(scheduler_, color, variance, exposure, sensitivity_, result);
+            const auto certain =
+                findCertainPixels(scheduler_, color, variance, exposure, sensitivity_, result);
+            keepLight(scheduler_, color, certain, result);
+            keepCertainPixels(scheduler_, color, certain, result);
         }
     }
 
@@ -120,12 +125,12 @@ private:
     }
 
     /// Drops the model afterwards.
-    void clean(DenoisingFeature& guide, Optional<NeuralModel>& model, const PixelCode& code,
+    void clean(BitmapImpl<Rgb>& guide, Optional<NeuralModel>& model, const PixelCode& code,
                WorkMonitor& monitor) {
-        BitmapImpl<Rgb> result(guide.pixels.getWidth(), guide.pixels.getHeight());
-        apply(*model, {&guide.pixels}, code, result, monitor);
+        BitmapImpl<Rgb> result(guide.getWidth(), guide.getHeight());
+        apply(*model, {&guide}, code, result, monitor);
         if (!monitor.isStopped()) {
-            guide.pixels = std::move(result);
+            guide = std::move(result);
             model.reset();
         }
     }

@@ -9,27 +9,19 @@
 namespace tavrin::postcore {
 namespace {
 
-float clean(float value, float least, float most) {
-    return std::isfinite(value) ? std::clamp(value, least, most) : 0.0f;
-}
-
 // IEC 61966-2-1.
 float encodeAlbedo(float albedo) {
-    const float value = clean(albedo, 0.0f, 1.0f);
+    const float value = clampFinite(albedo, 0.0f, 1.0f);
     return value <= 0.0031308f ? 12.92f * value : 1.055f * std::pow(value, 1.0f / 2.4f) - 0.055f;
 }
 
 float decodeAlbedo(float encoded) {
-    const float value = clean(encoded, 0.0f, 1.0f);
+    const float value = clampFinite(encoded, 0.0f, 1.0f);
     return value <= 0.04045f ? value / 12.92f : std::pow((value + 0.055f) / 1.055f, 2.4f);
 }
 
-float encodeNormal(float normal) {
-    return 0.5f + 0.5f * clean(normal, -1.0f, 1.0f);
-}
-
 float decodeNormal(float encoded) {
-    return 2.0f * clean(encoded, 0.0f, 1.0f) - 1.0f;
+    return 2.0f * clampFinite(encoded, 0.0f, 1.0f) - 1.0f;
 }
 
 template <float (*kFunction)(float)>
@@ -40,6 +32,14 @@ void forEachComponent(std::span<const Rgb> from, std::span<Rgb> to) {
 }
 
 }  // namespace
+
+float clampFinite(float value, float least, float most) {
+    return std::isfinite(value) ? std::clamp(value, least, most) : 0.0f;
+}
+
+float encodeNormal(float component) {
+    return 0.5f + 0.5f * clampFinite(component, -1.0f, 1.0f);
+}
 
 PixelCode makeLightCode(float exposure) {
     return {[exposure](std::span<const Rgb> colors, std::span<Rgb> encoded) {

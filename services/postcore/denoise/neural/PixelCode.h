@@ -23,4 +23,9 @@ PixelCode makeAlbedoCode();
 /// For normals, signed, of any length up to 1.
 PixelCode makeNormalCode();
 
+/// One component of a normal as makeNormalCode() encodes it.
+float encodeNormal(float component);
+/// The nearest value within the limits; 0 for what is not finite.
+float clampFinite(float value, float least, float most);
+
 }  // namespace tavrin::postcore

@@ -1,7 +1,6 @@
 #include "services/postcore/denoise/neural/TileChannels.h"
 
 #include <algorithm>
-#include <cmath>
 #include <cstring>
 #include <span>
 #include <vector>
@@ -13,10 +12,6 @@ constexpr std::int64_t kRowsPerTask = 8;
 // Nine channels of input in blocks of eight or sixteen.
 constexpr int kMostChannels = 16;
 
-float clean(float value, float least, float most) {
-    return std::isfinite(value) ? std::clamp(value, least, most) : 0.0f;
-}
-
 /// One row of the tile, as far as it lies in the picture; the parts may be null.
 struct InputRow {
     std::span<const Rgb> picture;  ///< encoded
@@ -24,9 +19,14 @@ struct InputRow {
     const Rgb* normals = nullptr;
 };
 
-void writeRow(const InputRow& row, int y, const TiledNetwork::Channels& channels) {
+int countInputs(const NetworkInput& input) {
+    return input.normals != nullptr ? 9 : input.albedo != nullptr ? 6 : 3;
+}
+
+/// Writes all channels of whole blocks, zeros where there is nothing: what the last tile has left
+/// there does not count.
+void writeRow(const InputRow& row, int inputs, int y, const TiledNetwork::Channels& channels) {
     const int blockSize = channels.blockSize;
-    const int inputs = row.normals != nullptr ? 9 : row.albedo != nullptr ? 6 : 3;
     const int blocks = (inputs + blockSize - 1) / blockSize;
     const auto block = static_cast<std::size_t>(blockSize);
     for (std::size_t x = 0; x < static_cast<std::size_t>(channels.size.x); ++x) {
@@ -34,14 +34,14 @@ void writeRow(const InputRow& row, int y, const TiledNetwork::Channels& channels
         if (x < row.picture.size()) {
             std::memcpy(values, &row.picture[x], 3 * sizeof(float));
             if (row.albedo != nullptr) {
-                values[3] = clean(row.albedo[x].r, 0.0f, 1.0f);
-                values[4] = clean(row.albedo[x].g, 0.0f, 1.0f);
-                values[5] = clean(row.albedo[x].b, 0.0f, 1.0f);
+                values[3] = clampFinite(row.albedo[x].r, 0.0f, 1.0f);
+                values[4] = clampFinite(row.albedo[x].g, 0.0f, 1.0f);
+                values[5] = clampFinite(row.albedo[x].b, 0.0f, 1.0f);
             }
             if (row.normals != nullptr) {
-                values[6] = 0.5f + 0.5f * clean(row.normals[x].r, -1.0f, 1.0f);
-                values[7] = 0.5f + 0.5f * clean(row.normals[x].g, -1.0f, 1.0f);
-                values[8] = 0.5f + 0.5f * clean(row.normals[x].b, -1.0f, 1.0f);
+                values[6] = encodeNormal(row.normals[x].r);
+                values[7] = encodeNormal(row.normals[x].g);
+                values[8] = encodeNormal(row.normals[x].b);
             }
         }
         for (int i = 0; i < blocks; ++i) {
@@ -72,7 +72,7 @@ void writeTile(Scheduler& scheduler, const NetworkInput& input, const PixelCode&
                 row.albedo = getRow(input.albedo, imageY);
                 row.normals = getRow(input.normals, imageY);
             }
-            writeRow(row, y, channels);
+            writeRow(row, countInputs(input), y, channels);
         }
     };
     scheduler.parallelForRanges(0, channels.size.y, kRowsPerTask, TaskPriority::Normal, writeRows);
