@@ -15,6 +15,7 @@
 #include <chrono>
 #include <cstdio>
 #include <ctime>
+#include <filesystem>
 #include <string>
 #include <utility>
 #include <vector>
@@ -97,9 +98,10 @@ void print(const char* name, const BitmapImpl<Rgb>& picture, const BitmapImpl<Rg
            double noisyError, double seconds, double processorSeconds) {
     const ImageQuality quality = measureQuality(picture, reference);
     const double megapixels = 1e-6 * static_cast<double>(picture.getPixelCount());
-    std::printf("  %-10s %9.4f %7.2f %7.4f %+8.2f %9.4f %9.3f %9.3f\n", name, quality.relativeError,
-                quality.signalToNoise, quality.similarity, quality.meanChange,
-                quality.error / noisyError, seconds / megapixels, processorSeconds / megapixels);
+    std::printf("  %-10s %9.4f %7.2f %7.2f %7.4f %+8.2f %9.4f %9.3f %9.3f\n", name,
+                quality.relativeError, quality.signalToNoise, quality.clippedSignalToNoise,
+                quality.similarity, quality.meanChange, quality.error / noisyError,
+                seconds / megapixels, processorSeconds / megapixels);
 }
 
 void compare(const std::string& noisyFile, const std::string& referenceFile,
@@ -113,8 +115,8 @@ void compare(const std::string& noisyFile, const std::string& referenceFile,
         throw Exception("The images \"" + String::fromUtf8(noisyFile) + "\" and \"" +
                         String::fromUtf8(referenceFile) + "\" differ in size.");
     }
-    std::printf("%s\n  %-10s %9s %7s %7s %8s %9s %9s %9s\n", noisyFile.c_str(), "", "rel. MSE",
-                "PSNR", "SSIM", "mean %", "MSE ratio", "s/Mpixel", "CPU s");
+    std::printf("%s\n  %-10s %9s %7s %7s %7s %8s %9s %9s %9s\n", noisyFile.c_str(), "", "rel. MSE",
+                "PSNR", "clipped", "SSIM", "mean %", "MSE ratio", "s/Mpixel", "CPU s");
     const double noisyError = measureQuality(noisy, reference).error;
     print("noisy", noisy, reference, noisyError, 0.0, 0.0);
     std::vector<BitmapImpl<Rgb>> pictures;
@@ -129,9 +131,14 @@ void compare(const std::string& noisyFile, const std::string& referenceFile,
         if (!denoiser) {
             continue;
         }
+        // The first run also prepares the features and makes the network.
+        const auto denoise = [&] {
+            return denoiser->denoise(noisy, variance, [](float) { return true; });
+        };
+        denoise();
         const std::clock_t startClock = std::clock();
         const auto start = std::chrono::steady_clock::now();
-        const auto result = denoiser->denoise(noisy, variance, [](float) { return true; });
+        const auto result = denoise();
         const std::chrono::duration<double> time = std::chrono::steady_clock::now() - start;
         const double processorTime =
             static_cast<double>(std::clock() - startClock) / CLOCKS_PER_SEC;
@@ -172,6 +179,9 @@ int main(int argumentCount, char** arguments) {
         }
         if (files.size() % 2 != 0) {
             throw tavrin::UsageError("Each noisy image needs a reference.");
+        }
+        if (!cropFolder.empty()) {
+            std::filesystem::create_directories(cropFolder);
         }
         for (std::size_t i = 0; i < files.size(); i += 2) {
             tavrin::bench::compare(files[i], files[i + 1], cropFolder);

@@ -22,12 +22,7 @@ double getSum(const Components& values) {
 }
 
 double getLuminance(const Rgb& pixel) {
-    const Components values = getComponents(pixel);
-    double luminance = 0.0;
-    for (std::size_t i = 0; i < values.size(); ++i) {
-        luminance += colorkit::kLuminanceWeights[i] * values[i];
-    }
-    return luminance;
+    return colorkit::getLuminance(double{pixel.r}, double{pixel.g}, double{pixel.b});
 }
 
 double getSquaredDifference(const Rgb& left, const Rgb& right) {
@@ -38,6 +33,16 @@ double getSquaredDifference(const Rgb& left, const Rgb& right) {
         sum += (a[i] - b[i]) * (a[i] - b[i]);
     }
     return sum;
+}
+
+// IEC 61966-2-1.
+float clipAndEncode(float light) {
+    const float value = std::clamp(light, 0.0f, 1.0f);
+    return value <= 0.0031308f ? 12.92f * value : 1.055f * std::pow(value, 1.0f / 2.4f) - 0.055f;
+}
+
+Rgb clipAndEncode(const Rgb& color) {
+    return {clipAndEncode(color.r), clipAndEncode(color.g), clipAndEncode(color.b), color.a};
 }
 
 constexpr int kRadius = 5;
@@ -102,6 +107,7 @@ ImageQuality measureQuality(const BitmapImpl<Rgb>& image, const BitmapImpl<Rgb>&
     const BitmapImpl<Rgb> mappedReference = toneMap(reference);
     ImageQuality quality{};
     double mappedError = 0.0;
+    double clippedError = 0.0;
     double sum = 0.0;
     double referenceSum = 0.0;
     for (std::size_t i = 0; i < reference.pixels().size(); ++i) {
@@ -113,10 +119,12 @@ ImageQuality measureQuality(const BitmapImpl<Rgb>& image, const BitmapImpl<Rgb>&
         quality.relativeError += error / (level * level + 0.01) / count;
         mappedError +=
             getSquaredDifference(mapped.pixels()[i], mappedReference.pixels()[i]) / count;
+        clippedError += getSquaredDifference(clipAndEncode(pixel), clipAndEncode(expected)) / count;
         sum += getSum(getComponents(pixel));
         referenceSum += getSum(getComponents(expected));
     }
     quality.signalToNoise = -10.0 * std::log10(mappedError);
+    quality.clippedSignalToNoise = -10.0 * std::log10(clippedError);
     quality.similarity = getSimilarity(mapped, mappedReference);
     quality.meanChange = 100.0 * (sum / referenceSum - 1.0);
     return quality;

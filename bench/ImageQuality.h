@@ -11,8 +11,9 @@ struct ImageQuality {
     double relativeError;  ///< the mean of d² / (L² + 0.01), L being the mean of the reference's
                            ///< three components
     double signalToNoise;  ///< dB, of the tone-mapped colours
-    double similarity;     ///< SSIM of the tone-mapped luminance (Wang et al. 2004)
-    double meanChange;     ///< of the mean of all components, in per cent
+    double clippedSignalToNoise;  ///< dB, of the colours clipped to 0 ... 1 and encoded as sRGB
+    double similarity;            ///< SSIM of the tone-mapped luminance (Wang et al. 2004)
+    double meanChange;            ///< of the mean of all components, in per cent
 };
 
 /// Both images have one size.

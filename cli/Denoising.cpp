@@ -14,16 +14,19 @@ using image::ElementInfo;
 using pipeline::DisplayChain;
 using postcore::DenoisingMode;
 
+/// Without a wish the mode that gives the best pictures of those that are possible.
 DenoisingMode chooseMode(const Options& options, const DisplayChain& chain) {
     if (*options.denoise != DenoisingMode::None) {
         return *options.denoise;
     }
-    const std::vector<DenoisingMode> modes = chain.denoise.getAvailableDenoisingModes();
-    if (modes.empty()) {
-        throw Exception("Image \"" + options.inputs.front().native() +
-                        "\" has not what any mode of denoising needs.");
+    const std::vector<DenoisingMode> available = chain.denoise.getAvailableDenoisingModes();
+    for (const DenoisingMode mode : {DenoisingMode::IntelAi, DenoisingMode::HighQuality}) {
+        if (std::ranges::find(available, mode) != available.end() &&
+            postcore::isDenoiserInstalled(mode)) {
+            return mode;
+        }
     }
-    return modes.front();
+    return DenoisingMode::FirefliesOnly;
 }
 
 /// The elements that the output is made of.
@@ -36,6 +39,13 @@ std::vector<ElementInfo> getSources(const Output& output, const DisplayChain& ch
         pipeline::IOperator::ElementSelector(isWholeImage ? "*" : output.element).toFilter());
 }
 
+[[noreturn]] void failAsNotDenoisable(const Options& options, const Output& output) {
+    throw Exception("Image \"" + options.inputs.front().native() + "\" cannot be denoised: " +
+                    (output.format ? "it does not hold the variance of \"" + output.element + "\""
+                                   : String("it holds no element with its variance")) +
+                    ".");
+}
+
 }  // namespace
 
 void denoise(const Options& options, const Output& output, DisplayChain& chain,
@@ -44,6 +54,9 @@ void denoise(const Options& options, const Output& output, DisplayChain& chain,
     std::vector<String> names;
     std::ranges::transform(getSources(output, chain), std::back_inserter(names),
                            &ElementInfo::name);
+    if (names.empty()) {
+        failAsNotDenoisable(options, output);
+    }
     chain.load.setElementsFlag(image::kSelectedForDenoising, names);
     pipeline::Completion completion(chain.denoise);
     const TaskProgress step = progress.start("Denoising");
@@ -51,7 +64,7 @@ void denoise(const Options& options, const Output& output, DisplayChain& chain,
     chain.denoise.denoise();
     const Result<String> result = completion.wait();
     if (!result) {
-        throw Exception(result.error());
+        throw Exception("Image \"" + options.inputs.front().native() + "\": " + result.error());
     }
 }
 

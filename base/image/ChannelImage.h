@@ -83,6 +83,8 @@ public:
     void addChannel(const String& name);
     /// Inserts, replacing any channel of the same name.
     void setChannel(std::unique_ptr<IChannel> channel);
+    /// No effect where there is none of that name.
+    void removeChannel(const String& name) { channels_.erase(name); }
     /// Resizes every channel to the data window's size. Throws std::bad_alloc.
     void fitChannelsToDataWindow();
 

@@ -39,7 +39,8 @@ public:
     /// denoised, and the others.
     std::vector<image::ElementInfo> getDenoiseCapableElements(const ElementFilter& filter) const;
     std::vector<image::ElementInfo> getNotDenoiseCapableElements(const ElementFilter& filter) const;
-    /// The modes for which the image has what they need, the best one first.
+    /// The modes for which the image has the elements they need: guided by features, fireflies,
+    /// networks.
     std::vector<postcore::DenoisingMode> getAvailableDenoisingModes() const;
 
     /// The elements that are selected or have a denoised variant.

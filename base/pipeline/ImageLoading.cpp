@@ -4,6 +4,7 @@
 #include "base/image/Exr.h"
 #include "foundation/Exception.h"
 #include "foundation/NumberText.h"
+#include "foundation/Optional.h"
 
 #include <algorithm>
 #include <cmath>
@@ -46,6 +47,42 @@ void addImage(image::Accumulator& accumulator, const Weight& weight, const Chann
         throw Exception(image::makeFileMessage(exception.message(), path));
     }
 }
+
+/// The channels of denoised variants. What one image lacks is dropped after merging: with a part of
+/// the light it would be shown in place of the element.
+class DenoisedVariants {
+public:
+    explicit DenoisedVariants(const ChannelImage& first) {
+        for (const auto& [name, channel] : first.getChannels()) {
+            if (image::isDenoisedElementName(image::splitChannelName(name).element)) {
+                names_.push_back(name);
+            }
+        }
+    }
+
+    void add(const ChannelImage& image) {
+        std::erase_if(names_, [&](const String& name) {
+            const bool isMissing = !image.hasChannel<float>(name);
+            if (isMissing) {
+                incomplete_.push_back(name);
+            }
+            return isMissing;
+        });
+    }
+
+    void dropIncomplete(ChannelImage& merged, const MergeReport& report) const {
+        std::ranges::for_each(incomplete_, [&](const String& name) { merged.removeChannel(name); });
+        if (!incomplete_.empty()) {
+            report.onWarning(
+                "Not all merged images hold the same denoised variants. Those that "
+                "one of them lacks are dropped.");
+        }
+    }
+
+private:
+    std::vector<String> names_;  ///< that all images have had so far
+    std::vector<String> incomplete_;
+};
 
 void checkMakesSense(const Weight& weight) {
     if (const float* number = std::get_if<float>(&weight)) {
@@ -112,8 +149,13 @@ ChannelImage loadMerged(const Loader& loader, const std::vector<Path>& paths,
         std::ranges::for_each(std::exchange(warnings, {}), report.onWarning);
         report.onProgress(static_cast<float>(count) / static_cast<float>(paths.size()));
     };
+    Optional<DenoisedVariants> denoised;
     for (std::size_t i = 0; i < paths.size(); ++i) {
         ChannelImage image = loadImage(loader, paths[i]);
+        if (i == 0) {
+            denoised.emplace(image);
+        }
+        denoised->add(image);
         if (i > 0) {
             finishAdding(i);
             checkFits(image, accumulator.getImage(), paths[i]);
@@ -125,7 +167,9 @@ ChannelImage loadMerged(const Loader& loader, const std::vector<Path>& paths,
     }
     finishAdding(paths.size());
     accumulator.finish();
-    return accumulator.takeImage();
+    ChannelImage merged = accumulator.takeImage();
+    denoised->dropIncomplete(merged, report);
+    return merged;
 }
 
 }  // namespace tavrin::pipeline

@@ -61,7 +61,7 @@ std::vector<PropertyDescriptor> makePropertyTable() {
         makeFraction(993, "denoiseAmount", 1.0f),
         makeBool(989, "denoiseBlending", true),
         // What the neural denoiser runs on.
-        makeChoice(999, "denoiseBackend", 0, {{0, "Best"}, {1, "Processor"}}),
+        makeChoice(999, "denoiseBackend", 0, {{0, "Best"}, {1, "Processor"}, {2, "Gpu"}}),
 
         // LightMix: one element for each light; lights without one are on, white and as rendered.
         makeEmptyArray<bool>(381, "lightMixEnabled"),

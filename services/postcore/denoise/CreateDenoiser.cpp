@@ -7,6 +7,20 @@
 
 namespace tavrin::postcore {
 
+bool isDenoiserInstalled(DenoisingMode mode) {
+    switch (mode) {
+        case DenoisingMode::FirefliesOnly:
+        case DenoisingMode::HighQuality:
+            return true;
+        case DenoisingMode::IntelAi:
+            return areNeuralWeightsInstalled();
+        case DenoisingMode::NvidiaGpuAi:
+        case DenoisingMode::None:
+            break;
+    }
+    return false;
+}
+
 std::unique_ptr<IDenoiser> createDenoiser(DenoisingMode mode, Scheduler& scheduler, ILogger& logger,
                                           DenoisingData data, OidnBackend backend) {
     switch (mode) {

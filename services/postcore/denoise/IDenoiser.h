@@ -40,8 +40,9 @@ struct DenoisingData {
     float fireflySensitivity = 1.0f;
 };
 
-/// Where the neural network runs.
-enum class OidnBackend : int { Best = 0, Processor = 1 };
+/// Where the neural network runs; the numbers never change. Without a back end for graphics cards
+/// the processor takes its place.
+enum class OidnBackend : int { Best = 0, Processor = 1, Gpu = 2 };
 
 /// Removes noise from the render elements of one image. One thread at a time; it may be used from
 /// another thread than the one that made it.
@@ -61,6 +62,9 @@ public:
                                               const BitmapImpl<Rgb>& variance,
                                               const Progress& progress) = 0;
 };
+
+/// Whether what the mode needs beside the program itself is there.
+bool isDenoiserInstalled(DenoisingMode mode);
 
 /// A denoiser for the mode, which works on the scheduler's threads; null when there is none, which
 /// is then reported as an error. The scheduler and the logger outlive it.

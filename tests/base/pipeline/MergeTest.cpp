@@ -75,6 +75,24 @@ TEST_F(Merge, WeightsThatCannotBeMeantAreRefused) {
     }
 }
 
+TEST_F(Merge, DropsDenoisedVariantsThatOneImageLacks) {
+    const auto hasVariant = [this] {
+        return test_.chain.load.getImage()->hasChannel<float>("Denoised.G");
+    };
+    test_.setFile("denoised", [] {
+        ChannelImage image = makePart(2.0f, 1.0f);
+        image.addElement({"Denoised", image::ElementKind::Rgb});
+        image.fitChannelsToDataWindow();
+        return image;
+    });
+    ASSERT_EQ(test_.load({"denoised", "denoised"}), "");
+    EXPECT_TRUE(hasVariant());
+    EXPECT_TRUE(test_.takeWarnings().empty());
+    ASSERT_EQ(test_.load({"denoised", "a"}), "");
+    EXPECT_FALSE(hasVariant());
+    EXPECT_THAT(test_.takeWarnings(), ElementsAre(HasSubstr("one of them lacks are dropped")));
+}
+
 TEST_F(Merge, TellsHowFarItIs) {
     std::vector<float> told;
     test_.chain.load.onProgress = [&told](float part) { told.push_back(part); };

@@ -249,7 +249,7 @@ TEST_F(NeuralDenoiserTest, StopsWhenToldAndIsOfUseAfterwards) {
 
 TEST_F(NeuralDenoiserTest, WarnsOfABackEndThatIsNotThere) {
     const auto denoiser = createNeuralDenoiser(Scheduler::defaultInstance(), logger_, {},
-                                               static_cast<OidnBackend>(2));
+                                               OidnBackend::Gpu);
     EXPECT_NE(denoiser, nullptr);
     EXPECT_EQ(logger_.warnings.size(), 1u);
 }

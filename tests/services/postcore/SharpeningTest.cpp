@@ -64,10 +64,6 @@ bool areSameBits(const BitmapImpl<Rgb>& left, const BitmapImpl<Rgb>& right) {
            std::ranges::equal(std::as_bytes(left.pixels()), std::as_bytes(right.pixels()));
 }
 
-bool isFinite(const Rgb& pixel) {
-    return std::isfinite(pixel.r) && std::isfinite(pixel.g) && std::isfinite(pixel.b);
-}
-
 int wrap(int x, int width) {
     return (x % width + width) % width;
 }

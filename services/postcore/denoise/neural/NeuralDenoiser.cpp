@@ -157,6 +157,8 @@ private:
     WatchedThread thread_;
 };
 
+const char* const kPlainModel = "rt_hdr.tza";
+
 Result<NeuralModel> readModel(const String& name, int inputs) {
     const Path path = StandardPaths::denoiserWeightsBundle() / name;
     std::error_code unknown;
@@ -168,7 +170,7 @@ Result<NeuralModel> readModel(const String& name, int inputs) {
 }
 
 Result<NeuralDenoiser::Models> readModels(const Guides& guides) {
-    Result<NeuralModel> plain = readModel("rt_hdr.tza", 3);
+    Result<NeuralModel> plain = readModel(kPlainModel, 3);
     if (!plain) {
         return Failure(plain.error());
     }
@@ -198,6 +200,12 @@ Result<NeuralDenoiser::Models> readModels(const Guides& guides) {
 
 }  // namespace
 
+bool areNeuralWeightsInstalled() {
+    std::error_code unknown;
+    return std::filesystem::exists((StandardPaths::denoiserWeightsBundle() / kPlainModel).std(),
+                                   unknown);
+}
+
 std::unique_ptr<IDenoiser> createNeuralDenoiser(Scheduler& scheduler, ILogger& logger,
                                                 DenoisingData data, OidnBackend backend) {
     const float sensitivity = data.sensitivity;
@@ -208,8 +216,10 @@ std::unique_ptr<IDenoiser> createNeuralDenoiser(Scheduler& scheduler, ILogger& l
         logger.error(models ? create.error() : models.error());
         return nullptr;
     }
-    if (backend != OidnBackend::Best && backend != OidnBackend::Processor) {
-        logger.warning("The neural denoiser runs on the processor, there is no other back end.");
+    if (backend == OidnBackend::Gpu) {
+        logger.warning(
+            "The neural denoiser runs on the processor: no back end for graphics cards "
+            "is installed.");
     }
     return std::make_unique<NeuralDenoiser>(scheduler, logger, sensitivity, std::move(guides),
                                             std::move(*models), *create);

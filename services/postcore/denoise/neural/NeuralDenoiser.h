@@ -13,9 +13,12 @@ namespace tavrin::postcore {
 /// The sensitivity says how far the variance of a pixel is believed to speak against it; what the
 /// network takes for a firefly it removes whatever the sensitivity for fireflies.
 ///
-/// The processor is the only back end that is built in, and thereby the best one; what else the
-/// number of the back end asks for is done on the processor with a warning.
+/// The processor is the only back end that is built in, and thereby the best one; the graphics card
+/// that was asked for is replaced by it with a warning.
 std::unique_ptr<IDenoiser> createNeuralDenoiser(Scheduler& scheduler, ILogger& logger,
                                                 DenoisingData data, OidnBackend backend);
+
+/// Whether the weights of its networks have been installed.
+bool areNeuralWeightsInstalled();
 
 }  // namespace tavrin::postcore
