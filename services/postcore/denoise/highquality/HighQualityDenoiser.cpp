@@ -20,7 +20,7 @@ namespace tavrin::postcore {
 namespace {
 
 constexpr float kColorDamping = 0.15f;
-constexpr float kFeatureDamping = 1.0f;
+constexpr float kFeatureDamping = 4.0f;
 constexpr DistanceScale kColorScale{kColorDamping, 1e-6f, 12.0f};
 // Variances are known from a few passes only and may be far too small by chance. They are at least
 // the mean around them.
@@ -30,6 +30,13 @@ constexpr int kVarianceRadius = 1;
 constexpr int kSurpassing = 2;
 constexpr int kDoubtRadius = 3;
 constexpr float kLargestDoubt = 4.0f;
+constexpr int kRadius = 6;
+// The second time the colours are compared by the first estimate, in which this part of the
+// variances is left, and the colours that are fitted are mostly that estimate.
+constexpr int kSecondRadius = 3;
+constexpr float kRemainingNoise = 0.007f;
+constexpr float kLeastNoise = 3e-4f;
+constexpr float kEstimateShare = 0.9f;
 // From eight standard deviations on a pixel knows better than its neighbours.
 constexpr float kOutstanding = 64.0f;
 
@@ -139,6 +146,29 @@ void keepOutstandingPixels(const PlaneImage& element, const PlaneImage& colorGui
     });
 }
 
+/// Lets a first estimate take the place of the colours' guide, and most of that of the colours
+/// themselves: edges that stand out of the noise only by then become straight, and what the noise
+/// has left of itself in single pixels goes. The part of the noisy colours keeps details.
+void adoptEstimate(const PlaneImage& estimate, float level, PlaneImage& element,
+                   PlaneImage& colorGuide, DenoisingRun& run) {
+    run.forEach(element.getHeight(), [&](std::int64_t row) {
+        const int y = static_cast<int>(row);
+        for (int c = 0; c < kGuideChannels; ++c) {
+            float* value = colorGuide.row(c, y);
+            float* variance = colorGuide.row(kGuideChannels + c, y);
+            for (int x = 0; x < element.getWidth(); ++x) {
+                const float estimated = std::log1p(std::max(estimate.row(c, y)[x], 0.0f) / level);
+                element.row(c, y)[x] =
+                    level * std::expm1(std::lerp(value[x], estimated, kEstimateShare));
+                value[x] = estimated;
+                variance[x] = kLeastNoise + kRemainingNoise * variance[x];
+            }
+        }
+    });
+    element.extendBorders();
+    colorGuide.extendBorders();
+}
+
 class HighQualityDenoiser final : public IDenoiser {
 public:
     HighQualityDenoiser(Scheduler& scheduler, DenoisingData data)
@@ -177,7 +207,8 @@ private:
         const std::int64_t columns =
             (color.getWidth() + DenoisingTile::kWidth - 1) / DenoisingTile::kWidth;
         const auto featureCount = static_cast<std::int64_t>(data_.features.size());
-        return countRegressionSteps(color.getWidth(), color.getHeight()) +
+        return countRegressionSteps(color.getWidth(), color.getHeight(), kRadius) +
+               countRegressionSteps(color.getWidth(), color.getHeight(), kSecondRadius) +
                color.getHeight() * (1 + columns * featureCount);
     }
 
@@ -221,13 +252,18 @@ private:
         RegressionInput input{
             cleaned,
             {valid, colorGuide, scale, {}, kFeatureDamping * damping},
-            {findFeature(FeatureType::VisibleNormals), findFeature(FeatureType::VisibleDiffuse)}};
+            {findFeature(FeatureType::VisibleNormals), findFeature(FeatureType::VisibleDiffuse)},
+            kRadius};
         for (const Feature& feature : features_) {
             input.guides.features.push_back(&feature.guide);
         }
         PlaneImage result(noisy.getWidth(), noisy.getHeight(), kGuideChannels);
         regressColors(input, result, run);
         keepOutstandingPixels(cleaned, colorGuide, level, result, run);
+        adoptEstimate(result, level, cleaned, colorGuide, run);
+        input.guides.colorScale.damping = damping;
+        input.radius = kSecondRadius;
+        regressColors(input, result, run);
         return result;
     }
 

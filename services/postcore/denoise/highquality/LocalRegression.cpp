@@ -6,15 +6,19 @@
 namespace tavrin::postcore {
 namespace {
 
-constexpr int kRadius = 6;
 // A tile's pixels are given to those in their windows. Bands that are at least twice as high as a
 // window's radius and have another one between them do not touch the same pixels.
 constexpr int kBandHeight = DenoisingTile::kHeight;
-static_assert(kBandHeight >= 2 * kRadius && kRadius < PlaneImage::kMargin);
-// The regression of a tile takes so many times as long as the filtering of a feature.
-constexpr int kStepsPerRow = 10;
+static_assert(kBandHeight >= 2 * kLargestWindowRadius &&
+              kLargestWindowRadius < PlaneImage::kMargin);
+// Regressions take as long as the filtering of a feature for so many pixels of their windows.
+constexpr int kPixelsPerStep = 16;
 // Added to colours that are multiplied, so that black does not win over everything.
 constexpr float kOffset = 0.01f;
+
+int countStepsPerRow(int radius) {
+    return (2 * radius + 1) * (2 * radius + 1) / kPixelsPerStep + 1;
+}
 
 /// Sums over fits: three colour planes and one of weights.
 PlaneImage makeSums(const PlaneImage& image) {
@@ -38,7 +42,7 @@ public:
     }
 
     void runBand(int band, DenoisingRun& run) {
-        WindowWeights weights(input_.guides, kRadius);
+        WindowWeights weights(input_.guides, input_.radius);
         const int begin = band * kBandHeight;
         const int end = std::min(begin + kBandHeight, result_.getHeight());
         for (const DenoisingTile& tile : getTiles(result_.getWidth(), begin, end)) {
@@ -46,7 +50,7 @@ public:
             for (int row = 0; row < tile.height; ++row) {
                 regressRow(tile, row, weights);
             }
-            if (!run.step(tile.height * kStepsPerRow)) {
+            if (!run.step(tile.height * countStepsPerRow(input_.radius))) {
                 return;
             }
         }
@@ -82,8 +86,11 @@ private:
         for (std::size_t i = 0; i < kRegressors; ++i) {
             const PlaneImage* regressor = input_.regressors[i / kGuideChannels];
             const int plane = static_cast<int>(i % kGuideChannels);
-            regression.regressors[i] =
-                (regressor ? regressor->row(plane, y) : flat_.row(0, y)) + tile.x;
+            const auto getRow = [&](int index) {
+                return (regressor ? regressor->row(index, y) : flat_.row(0, y)) + tile.x;
+            };
+            regression.regressors[i] = getRow(plane);
+            regression.regressorVariances[i] = getRow(kGuideChannels + plane);
         }
         regression.offsets = weights.getOffsets();
         regression.weightStride = WindowWeights::kStride;
@@ -115,9 +122,9 @@ private:
 
 }  // namespace
 
-std::int64_t countRegressionSteps(int width, int height) {
+std::int64_t countRegressionSteps(int width, int height, int radius) {
     const std::int64_t columns = (width + DenoisingTile::kWidth - 1) / DenoisingTile::kWidth;
-    return columns * height * kStepsPerRow;
+    return columns * height * countStepsPerRow(radius);
 }
 
 void regressColors(const RegressionInput& input, PlaneImage& result, DenoisingRun& run) {

@@ -9,11 +9,15 @@
 
 namespace tavrin::postcore {
 
+/// So that bands of tiles do not touch the pixels of the next but one.
+inline constexpr int kLargestWindowRadius = DenoisingTile::kHeight / 2;
+
 /// What the regression works on; all images have one size, their borders are extended.
 struct RegressionInput {
     const PlaneImage& color;  ///< its first three planes
     WindowGuides guides;
-    std::array<const PlaneImage*, 2> regressors;  ///< the first three planes of each; may be null
+    std::array<const PlaneImage*, 2> regressors;  ///< guides of six planes; may be null
+    int radius;                                   ///< of the windows, at most kLargestWindowRadius
 };
 
 /// Estimates the colours without noise in four ways, whose errors differ, and writes their
@@ -25,6 +29,6 @@ struct RegressionInput {
 void regressColors(const RegressionInput& input, PlaneImage& result, DenoisingRun& run);
 
 /// The steps that regressColors() takes of the run.
-std::int64_t countRegressionSteps(int width, int height);
+std::int64_t countRegressionSteps(int width, int height, int radius);
 
 }  // namespace tavrin::postcore

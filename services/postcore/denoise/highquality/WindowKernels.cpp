@@ -23,7 +23,10 @@ using Whole = hn::CappedTag<float, PlaneImage::kGranule>;
 
 constexpr float kMinusLog2E = -1.44269504f;
 constexpr float kTinyWeight = 1e-2f;
-constexpr float kRidge = 1e-2f;
+// Added to the variances of the regressors in a window: a part of their own noise, which would
+// otherwise come back through steep slopes, and a little for where they hardly differ.
+constexpr float kNoiseRidge = 12.0f;
+constexpr float kRidge = 1e-4f;
 constexpr int kUnknowns = kRegressors + 1;
 constexpr int kLanes = PlaneImage::kGranule;
 
@@ -200,17 +203,19 @@ HWY_INLINE void gather(D d, const RegressionRow& row, std::size_t x, Equations& 
 }
 
 /// Replaces the right-hand sides by the solutions: Cholesky's decomposition with a ridge, which
-/// takes the slopes back where the regressors hardly differ.
+/// takes the slopes back where the regressors differ by little more than their noise.
 template <class D>
-HWY_INLINE void solve(D d, Equations& equations) {
+HWY_INLINE void solve(D d, const RegressionRow& row, std::size_t x, Equations& equations) {
     const auto at = [&](int i, int j) HWY_ATTR { return equations.matrix[Equations::index(i, j)]; };
-    const auto ridge = hn::Mul(hn::Load(d, at(0, 0)), hn::Set(d, kRidge));
+    const auto total = hn::Load(d, at(0, 0));
     const auto tiny = hn::Set(d, 1e-20f);
     for (int i = 0; i < kUnknowns; ++i) {
         for (int j = 0; j <= i; ++j) {
             auto sum = hn::Load(d, at(i, j));
             if (i == j && i > 0) {
-                sum = hn::Add(sum, ridge);
+                const auto ridge = hn::MulAdd(hn::LoadU(d, row.regressorVariances[i - 1] + x),
+                                              hn::Set(d, kNoiseRidge), hn::Set(d, kRidge));
+                sum = hn::MulAdd(total, ridge, sum);
             }
             for (int m = 0; m < j; ++m) {
                 sum = hn::NegMulAdd(hn::Load(d, at(i, m)), hn::Load(d, at(j, m)), sum);
@@ -277,7 +282,7 @@ void regressRow(const RegressionRow& row, std::size_t count) {
         for (int c = 0; c < kGuideChannels; ++c) {
             hn::StoreU(hn::Div(hn::Load(d, equations.side[0][c]), total), d, row.mean[c] + x);
         }
-        solve(d, equations);
+        solve(d, row, x, equations);
         scatter(d, row, x, equations);
     }
 }

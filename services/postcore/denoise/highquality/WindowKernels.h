@@ -72,6 +72,7 @@ void addNeighbor(const GuideRow& there, const float* weights, std::size_t count,
 struct RegressionRow {
     const float* color[kGuideChannels];
     const float* regressors[kRegressors];
+    const float* regressorVariances[kRegressors];
     std::span<const std::ptrdiff_t> offsets;  ///< of the window's pixels
     const float* weights;                     ///< of the first offset's row
     std::ptrdiff_t weightStride;              ///< from one offset's row to the next one's
