@@ -210,18 +210,18 @@ INSTANTIATE_TEST_SUITE_P(
                           [](int, int) {
                               return Rgb{0.5f, 0.6f, 0.7f};
                           },
-                          false, 40.0},
+                          false, 150.0},
                     Scene{"step",
                           [](int x, int) {
                               return x < 40 ? Rgb{0.2f, 0.2f, 0.2f} : Rgb{2.0f, 2.0f, 2.0f};
                           },
-                          false, 15.0},
+                          false, 50.0},
                     Scene{"texture",
                           [](int x, int y) {
                               const float shade = (x / 3 + y / 3) % 2 == 0 ? 0.3f : 0.6f;
                               return Rgb{shade, shade, shade};
                           },
-                          true, 8.0}),
+                          true, 17.5}),
     [](const auto& parameters) { return parameters.param.name; });
 
 TEST(HighQualityDenoiser, KeepsTheLightOfRareBrightSamples) {
