@@ -248,8 +248,8 @@ TEST_F(NeuralDenoiserTest, StopsWhenToldAndIsOfUseAfterwards) {
 }
 
 TEST_F(NeuralDenoiserTest, WarnsOfABackEndThatIsNotThere) {
-    const auto denoiser = createNeuralDenoiser(Scheduler::defaultInstance(), logger_, {},
-                                               OidnBackend::Gpu);
+    const auto denoiser =
+        createNeuralDenoiser(Scheduler::defaultInstance(), logger_, {}, OidnBackend::Gpu);
     EXPECT_NE(denoiser, nullptr);
     EXPECT_EQ(logger_.warnings.size(), 1u);
 }
