@@ -26,4 +26,8 @@ struct PointSpreadFunction {
     }
 };
 
+/// Leaves out the light's own pixel and scales each kernel so that it sums up to 1, where it has
+/// any light.
+void normalize(PointSpreadFunction& function);
+
 }  // namespace tavrin::postcore

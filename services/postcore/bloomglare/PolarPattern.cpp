@@ -1,0 +1,133 @@
+#include "services/postcore/bloomglare/PolarPattern.h"
+
+#include "foundation/Scheduler.h"
+#include "services/postcore/bloomglare/Angles.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstddef>
+#include <cstdint>
+#include <span>
+
+namespace tavrin::postcore {
+namespace {
+
+constexpr float kDirectionStep = kPi / static_cast<float>(kPolarDirections);
+
+void forEachRow(const PolarPattern& pattern, const Function<void(int)>& body) {
+    Scheduler::defaultInstance().parallelFor(0, pattern.getHeight(), TaskPriority::Normal,
+                                             [&](std::int64_t y) { body(static_cast<int>(y)); });
+}
+
+/// Averages over a window of `width` columns, 0 < width <= row.size(), around each column of a row
+/// whose ends meet. Where the window cuts through a column, that counts in part.
+void averageAround(std::span<float> row, double width, std::vector<double>& sums) {
+    const auto size = static_cast<std::int64_t>(row.size());
+    sums.resize(row.size() + 1);
+    sums[0] = 0.0;
+    for (std::size_t i = 0; i < row.size(); ++i) {
+        sums[i + 1] = sums[i] + double{row[i]};
+    }
+    const auto getSum = [&](double end) {  // of all columns before `end`
+        const auto whole = static_cast<std::int64_t>(std::floor(end));
+        const std::int64_t turns = whole >= 0 ? whole / size : (whole - size + 1) / size;
+        const auto column = static_cast<std::size_t>(whole - turns * size);
+        return static_cast<double>(turns) * sums.back() +
+               std::lerp(sums[column], sums[column + 1], end - static_cast<double>(whole));
+    };
+    for (std::size_t i = 0; i < row.size(); ++i) {
+        const double middle = static_cast<double>(i) + 0.5;
+        const double sum = getSum(middle + 0.5 * width) - getSum(middle - 0.5 * width);
+        row[i] = static_cast<float>(std::max(sum / width, 0.0));
+    }
+}
+
+struct RowWeight {
+    int row;
+    std::array<float, 3> channels;
+};
+
+/// How much of each row of the shortest wavelength's pattern is at `distance`. A longer wavelength
+/// brings light here from nearer to the middle, and spreads it over an area larger by the square.
+std::vector<RowWeight> getRowWeights(int distance, const std::vector<WavelengthColor>& colors) {
+    std::vector<RowWeight> weights;
+    const auto add = [&weights](int row, float part, const std::array<float, 3>& color) {
+        while (weights.empty() || row < weights.front().row) {  // wavelengths come in order
+            weights.insert(weights.begin(), {weights.empty() ? row : weights.front().row - 1, {}});
+        }
+        auto& channels = weights[static_cast<std::size_t>(row - weights.front().row)].channels;
+        for (std::size_t c = 0; c < channels.size(); ++c) {
+            channels[c] += part * color[c];
+        }
+    };
+    for (const WavelengthColor& color : colors) {
+        const float scale = kShortestWavelength / color.wavelength;
+        const float place = static_cast<float>(distance) * scale;
+        const int row = static_cast<int>(place);
+        const float part = place - static_cast<float>(row);
+        if (part > 0.0f) {
+            add(row + 1, scale * scale * part, color.channels);
+        }
+        add(row, scale * scale * (1.0f - part), color.channels);
+    }
+    return weights;
+}
+
+}  // namespace
+
+PolarPattern toPolarPattern(const ApertureSpectrum& spectrum) {
+    PolarPattern pattern(kPolarDirections, spectrum.getReach() + 1);
+    std::vector<Vec2> directions;
+    for (int i = 0; i < kPolarDirections; ++i) {
+        directions.push_back(getDirection(kDirectionStep * static_cast<float>(i)));
+    }
+    forEachRow(pattern, [&](int y) {
+        const auto distance = static_cast<float>(y);
+        std::ranges::transform(directions, pattern.row(y).begin(), [&](Vec2 direction) {
+            return spectrum.sample(distance * direction.x, -distance * direction.y);
+        });
+    });
+    return pattern;
+}
+
+void blurDirections(PolarPattern& pattern, float deviation) {
+    // Three averages are close to a bell; a window of n columns has the variance (n² - 1) / 12, of
+    // which the columns' own part is left out.
+    constexpr int kPasses = 3;
+    const double columns = deviation / kDirectionStep;
+    const double width = std::min(std::sqrt(12.0 / kPasses * columns * columns + 1.0),
+                                  static_cast<double>(pattern.getWidth()));
+    forEachRow(pattern, [&](int y) {
+        std::vector<double> sums;
+        for (int pass = 0; pass < kPasses; ++pass) {
+            averageAround(pattern.row(y), width, sums);
+        }
+    });
+}
+
+PolarColorPattern spreadWavelengths(const PolarPattern& pattern,
+                                    const std::vector<WavelengthColor>& colors) {
+    PolarColorPattern result;
+    for (PolarPattern& channel : result) {
+        channel = PolarPattern(pattern.getWidth(), pattern.getHeight());
+    }
+    forEachRow(pattern, [&](int y) {
+        const std::vector<RowWeight> weights = getRowWeights(y, colors);
+        for (std::size_t c = 0; c < result.size(); ++c) {
+            const std::span<float> sums = result[c].row(y);
+            std::ranges::fill(sums, 0.0f);
+            for (const RowWeight& weight : weights) {
+                const std::span<const float> source = pattern.row(weight.row);
+                for (std::size_t x = 0; x < sums.size(); ++x) {
+                    sums[x] += weight.channels[c] * source[x];
+                }
+            }
+            for (float& sum : sums) {
+                sum = std::max(sum, 0.0f);
+            }
+        }
+    });
+    return result;
+}
+
+}  // namespace tavrin::postcore
