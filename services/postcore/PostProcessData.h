@@ -4,11 +4,13 @@
 #include "services/colorkit/CommonColorMappingContext.h"
 #include "services/postcore/CameraData.h"
 #include "services/postcore/ISettings.h"
+#include "services/postcore/bloomglare/BloomGlareData.h"
 
 namespace tavrin::postcore {
 
 /// Settings by what they are for, with what they depend on of the image. A plain value.
 struct PostProcessData {
+    BloomGlareData bloomGlare;
     CameraData camera;
     Pixel displaySize;  ///< of the whole image, in pixels; 0 × 0 when not known
 };

@@ -5,6 +5,7 @@
 
 #include <fftw3.h>
 
+#include <algorithm>
 #include <cstddef>
 #include <limits>
 #include <mutex>
