@@ -81,7 +81,8 @@ private:
         const float along = dx * direction_.x + dy * direction_.y;
         const float t = halfLength_ > 0.0f ? std::clamp(along / halfLength_, -1.0f, 1.0f) : 0.0f;
         const float across = dy * direction_.x - dx * direction_.y - bend_ * (1.0f - t * t);
-        const float distance = std::hypot(along - t * halfLength_, across);
+        const float beyond = along - t * halfLength_;
+        const float distance = std::sqrt(beyond * beyond + across * across);
         const float halfWidth = halfWidth_ * (1.0f - taper_ * t * t);
         return std::max(
             std::min(distance + 0.5f, halfWidth) - std::max(distance - 0.5f, -halfWidth), 0.0f);

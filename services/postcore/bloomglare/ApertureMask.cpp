@@ -54,7 +54,7 @@ BitmapImpl<float> drawApertureMask(const ApertureParams& params, int size) {
 }
 
 BitmapImpl<float> drawStreakMask(int count, int size) {
-    const ApertureOutline outline = ApertureOutline::fromStreaks(count);
+    const ApertureOutline outline = ApertureOutline::fromPolygon(count < 3 ? 4 : count, 0.0f);
     return drawInside(std::clamp(size, 1, kLargestMaskSize),
                       [&](float x, float y) { return outline.getDistance(x, y); });
 }

@@ -16,8 +16,8 @@ inline constexpr int kLargestMaskSize = 8192;
 /// std::bad_alloc. Any thread.
 BitmapImpl<float> drawApertureMask(const ApertureParams& params, int size);
 
-/// The same for a clean aperture that throws `count` streaks (1 to 16), of which one points to the
-/// right; for an odd count, as many again opposite to them.
+/// The same for a clean aperture that throws at least `count` streaks (1 to 16): a regular polygon
+/// with an edge to the right, of as many edges, but not fewer than four for one or two streaks.
 BitmapImpl<float> drawStreakMask(int count, int size);
 
 }  // namespace tavrin::postcore

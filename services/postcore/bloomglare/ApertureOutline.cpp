@@ -8,10 +8,6 @@
 namespace tavrin::postcore {
 namespace {
 
-// Of two straight sides that throw one streak each: far from the middle they would be too short to
-// stand out from the round rest.
-constexpr float kSideDistance = 0.5f;
-
 float dot(Vec2 a, Vec2 b) {
     return a.x * b.x + a.y * b.y;
 }
@@ -28,33 +24,22 @@ float getDistanceFromRight(float edge, float arc, float x, float y) {
 }  // namespace
 
 ApertureOutline ApertureOutline::fromBlades(const ApertureParams& params) {
-    ApertureOutline outline;
-    if (params.isBladed) {
-        outline.addEdges(params.bladeCount, toRadians(params.bladeRotation),
-                         std::cos(kPi / static_cast<float>(params.bladeCount)));
-    }
-    return outline;
+    return params.isBladed ? fromPolygon(params.bladeCount, toRadians(params.bladeRotation))
+                           : ApertureOutline();
 }
 
-ApertureOutline ApertureOutline::fromStreaks(int count) {
+ApertureOutline ApertureOutline::fromPolygon(int edgeCount, float rotation) {
     ApertureOutline outline;
-    if (count < 3) {
-        outline.addEdges(2, 0.0f, kSideDistance);
-    } else {
-        outline.addEdges(count, 0.0f, std::cos(kPi / static_cast<float>(count)));
+    const float step = kTurn / static_cast<float>(edgeCount);
+    for (int i = 0; i < edgeCount; ++i) {
+        outline.edges_.push_back(
+            {getDirection(rotation + step * static_cast<float>(i)), std::cos(0.5f * step)});
     }
     return outline;
-}
-
-void ApertureOutline::addEdges(int count, float firstAngle, float distance) {
-    for (int i = 0; i < count; ++i) {
-        const float angle = firstAngle + kTurn * static_cast<float>(i) / static_cast<float>(count);
-        edges_.push_back({getDirection(angle), distance});
-    }
 }
 
 float ApertureOutline::getDistance(float x, float y) const {
-    float distance = std::hypot(x, y) - 1.0f;
+    float distance = std::sqrt(x * x + y * y) - 1.0f;
     for (const Edge& edge : edges_) {
         distance = std::max(distance, dot({x, y}, edge.normal) - edge.distance);
     }

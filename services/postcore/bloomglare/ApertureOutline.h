@@ -14,10 +14,8 @@ class ApertureOutline {
 public:
     /// The whole circle, or a regular polygon with its corners on it.
     static ApertureOutline fromBlades(const ApertureParams& params);
-    /// An aperture whose edges throw streaks to the right and at equal angles from there: `count`
-    /// of them when it is even, otherwise as many again opposite to them. One or two streaks come
-    /// from a circle with two straight sides.
-    static ApertureOutline fromStreaks(int count);
+    /// A regular polygon with one edge straight to the right, turned by `rotation` radians.
+    static ApertureOutline fromPolygon(int edgeCount, float rotation);
 
     /// How far a point is outside; negative inside.
     float getDistance(float x, float y) const;
@@ -29,8 +27,6 @@ private:
         Vec2 normal;     // outwards, of length 1
         float distance;  // from the origin
     };
-
-    void addEdges(int count, float firstAngle, float distance);
 
     std::vector<Edge> edges_;
 };

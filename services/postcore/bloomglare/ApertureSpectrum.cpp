@@ -3,6 +3,7 @@
 #include "foundation/PixelArray.h"
 #include "foundation/Scheduler.h"
 #include "services/postcore/bloomglare/Fft.h"
+#include "services/postcore/bloomglare/Interpolation.h"
 
 #include <algorithm>
 #include <cmath>
@@ -66,10 +67,8 @@ float ApertureSpectrum::sample(float u, float v) const {
     const int y = static_cast<int>(row);
     const float partX = column - static_cast<float>(x);
     const float partY = row - static_cast<float>(y);
-    const auto lerpRow = [&](int j) {
-        return std::lerp(power_.at(x, j), power_.at(x + 1, j), partX);
-    };
-    return std::lerp(lerpRow(y), lerpRow(y + 1), partY);
+    const auto lerpRow = [&](int j) { return mix(power_.at(x, j), power_.at(x + 1, j), partX); };
+    return mix(lerpRow(y), lerpRow(y + 1), partY);
 }
 
 }  // namespace tavrin::postcore

@@ -50,9 +50,9 @@ std::vector<Taps> makeTaps(int sourceSize, int size) {
 
 }  // namespace
 
-BitmapImpl<float> resampleAreas(const BitmapImpl<float>& square, int size) {
+std::vector<float> resampleAreas(const BitmapImpl<float>& square, int size) {
     const std::vector<Taps> allTaps = makeTaps(square.getWidth(), size);
-    BitmapImpl<float> result(size, size);
+    std::vector<float> result(allTaps.size() * allTaps.size());
     Scheduler::defaultInstance().parallelFor(0, size, TaskPriority::Normal, [&](std::int64_t y) {
         const Taps& rowTaps = allTaps[static_cast<std::size_t>(y)];
         std::vector<float> sums(static_cast<std::size_t>(square.getWidth()));
@@ -62,7 +62,8 @@ BitmapImpl<float> resampleAreas(const BitmapImpl<float>& square, int size) {
                 sums[x] += rowTaps.weights[k] * row[x];
             }
         }
-        const std::span<float> row = result.row(static_cast<int>(y));
+        const std::span<float> row =
+            std::span(result).subspan(static_cast<std::size_t>(y) * allTaps.size(), allTaps.size());
         for (std::size_t x = 0; x < row.size(); ++x) {
             const Taps& taps = allTaps[x];
             float sum = 0.0f;

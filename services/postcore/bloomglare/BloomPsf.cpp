@@ -1,7 +1,10 @@
 #include "services/postcore/bloomglare/BloomPsf.h"
 
+#include "foundation/Scheduler.h"
+
 #include <algorithm>
 #include <cmath>
+#include <cstdint>
 
 namespace tavrin::postcore {
 namespace {
@@ -28,17 +31,18 @@ double fadeOut(double distance) {
 PointSpreadFunction makeBloomPsf(int radius) {
     PointSpreadFunction result;
     result.radius = std::max(radius, 0);
-    const double pixelsPerReach = result.radius + 0.5;
-    std::vector<float> plane;
-    plane.reserve(static_cast<std::size_t>(result.getSize()) *
-                  static_cast<std::size_t>(result.getSize()));
-    for (int y = -result.radius; y <= result.radius; ++y) {
-        for (int x = -result.radius; x <= result.radius; ++x) {
-            const double distance = std::hypot(x, y) / pixelsPerReach;
-            plane.push_back(
-                static_cast<float>(getScatteredLight(kReach * distance) * fadeOut(distance)));
+    const int size = result.getSize();
+    const double reach = result.radius + 0.5;  // in pixels
+    std::vector<float> plane(result.index(0, size));
+    Scheduler::defaultInstance().parallelFor(0, size, TaskPriority::Normal, [&](std::int64_t row) {
+        const double y = static_cast<double>(row) - result.radius;
+        for (int column = 0; column < size; ++column) {
+            const double x = column - result.radius;
+            const double distance = std::sqrt(x * x + y * y) / reach;
+            plane[result.index(column, static_cast<int>(row))] =
+                static_cast<float>(getScatteredLight(kReach * distance) * fadeOut(distance));
         }
-    }
+    });
     result.planes.fill(plane);
     normalize(result);
     return result;

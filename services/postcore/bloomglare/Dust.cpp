@@ -11,7 +11,7 @@ namespace tavrin::postcore {
 namespace {
 
 // In radii of the aperture, without zoom and variation.
-constexpr float kRadius = 0.03f;
+constexpr float kRadius = 0.025f;
 // Of particles whose radii vary, in radii: with all as large, all are round.
 constexpr float kLargestElongation = 0.6f;
 // How far a particle may be from its place, in steps of the grid: far enough to hide the grid.

@@ -5,9 +5,11 @@
 #include "services/postcore/bloomglare/ApertureMask.h"
 #include "services/postcore/bloomglare/AreaResampling.h"
 #include "services/postcore/bloomglare/GlareProperties.h"
+#include "services/postcore/bloomglare/Interpolation.h"
 #include "services/postcore/bloomglare/PolarPattern.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstdint>
 #include <numeric>
@@ -28,10 +30,6 @@ constexpr int kCoreRows = 14;
 // Part of the reach from which on the pattern fades out.
 constexpr float kFadeStart = 0.4f;
 
-bool isOneSided(const GlareParams& glare, const ApertureParams& aperture) {
-    return !aperture.isCustom && glare.streakCount % 2 != 0;
-}
-
 /// Light that passes an aperture straight is no glare but the image itself. Inside of its lobe, the
 /// pattern goes on as bright as around it.
 void levelCore(PolarPattern& pattern) {
@@ -45,57 +43,111 @@ void levelCore(PolarPattern& pattern) {
         const float t = static_cast<float>(y) / (2 * kCoreRows);
         const float own = t * t * t * (10.0f - t * (15.0f - 6.0f * t));
         for (float& value : pattern.row(y)) {
-            value = std::lerp(level, value, own);
+            value = mix(level, value, own);
         }
     }
 }
 
-/// 1 around the middle, smoothly 0 at the end.
+/// 1 around the middle, smoothly 0 at distance 1.
 float fadeOut(float distance) {
-    const float t = std::clamp((distance - kFadeStart) / (1.0f - kFadeStart), 0.0f, 1.0f);
-    return 1.0f - t * t * (3.0f - 2.0f * t);
+    return 1.0f - smoothStep(std::clamp((distance - kFadeStart) / (1.0f - kFadeStart), 0.0f, 1.0f));
 }
 
-/// Every real aperture throws its streaks to both sides. For an odd number of them, those opposite
-/// to the wanted ones fade away with the distance from the core.
-float chooseSide(int streakCount, float angle, float distance) {
-    const float side = 0.5f * (1.0f + std::cos(static_cast<float>(streakCount) * angle));
-    const float core = std::exp(-distance / static_cast<float>(kCoreRows));
-    return std::lerp(side * side, 1.0f, core);
-}
+/// Streaks that stay of those that the aperture throws.
+class StreakChoice {
+public:
+    /// Real apertures throw all streaks to both sides, and polygons have at least three edges. For
+    /// an odd number of streaks, for one and for two, those between the wanted ones fade away.
+    static StreakChoice fromCount(int count) {
+        StreakChoice choice;
+        choice.count_ = count;
+        choice.choosesAll_ = count > 2 && count % 2 == 0;
+        return choice;
+    }
 
-/// The pattern on a square grid, turned, and faded out towards its sides.
-BitmapImpl<float> toSquare(const PolarPattern& pattern, const GlareParams& glare, bool oneSided) {
-    const float rotation = toRadians(std::remainder(glare.rotation, 360.0f));
-    const float columnsPerRadian = static_cast<float>(kPolarDirections) / kPi;
-    BitmapImpl<float> square(2 * kReach + 1, 2 * kReach + 1);
-    const auto drawRow = [&](std::int64_t row) {
+    static StreakChoice all() { return {}; }
+
+    /// The part that stays of the light at an angle and a distance in steps. The core stays round.
+    float getPart(float angle, float distance) const {
+        if (choosesAll_) {
+            return 1.0f;
+        }
+        const float upright = count_ == 1 ? getWave(2, angle) : 1.0f;  // the square's other streaks
+        const float wave = getWave(count_, angle) * upright;
+        return mix(wave * wave, 1.0f, std::exp(-distance / static_cast<float>(kCoreRows)));
+    }
+
+private:
+    static float getWave(int count, float angle) {
+        return 0.5f * (1.0f + std::cos(static_cast<float>(count) * angle));
+    }
+
+    int count_ = 0;
+    bool choosesAll_ = true;
+};
+
+/// Where a direction and a distance are between the columns and rows of a pattern.
+class PolarPlace {
+public:
+    PolarPlace(float angle, float distance) {
+        constexpr float kColumnsPerRadian = static_cast<float>(kPolarDirections) / kPi;
+        const float place = angle * kColumnsPerRadian;
+        const float whole = std::floor(place);
+        column_ = static_cast<int>(whole) & (kPolarDirections - 1);
+        next_ = (column_ + 1) & (kPolarDirections - 1);
+        row_ = static_cast<int>(distance);
+        columnPart_ = place - whole;
+        rowPart_ = distance - static_cast<float>(row_);
+    }
+
+    float sample(const PolarPattern& pattern) const {
+        const auto mixColumns = [&](int y) {
+            return mix(pattern.at(column_, y), pattern.at(next_, y), columnPart_);
+        };
+        return mix(mixColumns(row_), mixColumns(row_ + 1), rowPart_);
+    }
+
+private:
+    int column_;
+    int next_;
+    int row_;
+    float columnPart_;
+    float rowPart_;
+};
+
+/// The patterns on a square grid, turned by `rotation` radians and faded out towards the sides.
+std::array<BitmapImpl<float>, 3> toSquares(const PolarColorPattern& channels, float rotation,
+                                           const StreakChoice& streaks) {
+    constexpr int kSize = 2 * kReach + 1;
+    std::array<BitmapImpl<float>, 3> squares;
+    for (BitmapImpl<float>& square : squares) {
+        square = BitmapImpl<float>(kSize, kSize);
+    }
+    const auto drawPixel = [&](int column, int row) {
+        const auto x = static_cast<float>(column - kReach);
         const auto y = static_cast<float>(kReach - row);
-        for (int i = 0; i <= 2 * kReach; ++i) {
-            const auto x = static_cast<float>(i - kReach);
-            const float distance = std::hypot(x, y);
-            float& value = square.at(i, static_cast<int>(row));
-            if (distance >= static_cast<float>(kReach)) {
-                value = 0.0f;
-                continue;
+        const float distance = std::sqrt(x * x + y * y);
+        if (distance >= static_cast<float>(kReach)) {
+            for (BitmapImpl<float>& square : squares) {
+                square.at(column, row) = 0.0f;
             }
-            const float angle = std::atan2(y, x) - rotation;
-            const float place = angle * columnsPerRadian;
-            const float partX = place - std::floor(place);
-            const int column = static_cast<int>(std::floor(place)) & (kPolarDirections - 1);
-            const int next = (column + 1) & (kPolarDirections - 1);
-            const int inner = static_cast<int>(distance);
-            const auto lerpRow = [&](int j) {
-                return std::lerp(pattern.at(column, j), pattern.at(next, j), partX);
-            };
-            value = std::lerp(lerpRow(inner), lerpRow(inner + 1),
-                              distance - static_cast<float>(inner)) *
-                    fadeOut(distance / static_cast<float>(kReach)) *
-                    (oneSided ? chooseSide(glare.streakCount, angle, distance) : 1.0f);
+            return;
+        }
+        const float angle = std::atan2(y, x) - rotation;
+        const PolarPlace place(angle, distance);
+        const float part =
+            fadeOut(distance / static_cast<float>(kReach)) * streaks.getPart(angle, distance);
+        for (std::size_t c = 0; c < channels.size(); ++c) {
+            squares[c].at(column, row) = part * place.sample(channels[c]);
         }
     };
-    Scheduler::defaultInstance().parallelFor(0, 2 * kReach + 1, TaskPriority::Normal, drawRow);
-    return square;
+    const auto drawRow = [&](std::int64_t row) {
+        for (int column = 0; column < kSize; ++column) {
+            drawPixel(column, static_cast<int>(row));
+        }
+    };
+    Scheduler::defaultInstance().parallelFor(0, kSize, TaskPriority::Normal, drawRow);
+    return squares;
 }
 
 }  // namespace
@@ -109,13 +161,14 @@ PointSpreadFunction makeGlarePsf(const GlareParams& glare, const ApertureParams&
     blurDirections(pattern, kLargestBlur * valid.streakBlur * valid.streakBlur);
     PolarColorPattern channels =
         spreadWavelengths(pattern, makeSpectralColors(valid.colorIntensity, valid.colorShift));
+    std::ranges::for_each(channels, levelCore);
+    const auto squares = toSquares(
+        channels, toRadians(std::remainder(valid.rotation, 360.0f)),
+        aperture.isCustom ? StreakChoice::all() : StreakChoice::fromCount(valid.streakCount));
     PointSpreadFunction result;
     result.radius = std::max(radius, 0);
-    for (std::size_t c = 0; c < channels.size(); ++c) {
-        levelCore(channels[c]);
-        const BitmapImpl<float> kernel = resampleAreas(
-            toSquare(channels[c], valid, isOneSided(valid, aperture)), result.getSize());
-        result.planes[c].assign(kernel.pixels().begin(), kernel.pixels().end());
+    for (std::size_t c = 0; c < squares.size(); ++c) {
+        result.planes[c] = resampleAreas(squares[c], result.getSize());
     }
     normalize(result);
     return result;

@@ -27,7 +27,7 @@ struct PointSpreadFunction {
 };
 
 /// Leaves out the light's own pixel and scales each kernel so that it sums up to 1, where it has
-/// any light.
+/// any light. Uses the default scheduler.
 void normalize(PointSpreadFunction& function);
 
 }  // namespace tavrin::postcore

@@ -2,6 +2,7 @@
 
 #include "foundation/Scheduler.h"
 #include "services/postcore/bloomglare/Angles.h"
+#include "services/postcore/bloomglare/Interpolation.h"
 
 #include <algorithm>
 #include <cmath>
@@ -19,25 +20,21 @@ void forEachRow(const PolarPattern& pattern, const Function<void(int)>& body) {
                                              [&](std::int64_t y) { body(static_cast<int>(y)); });
 }
 
-/// Averages over a window of `width` columns, 0 < width <= row.size(), around each column of a row
-/// whose ends meet. Where the window cuts through a column, that counts in part.
+/// Averages over a window of `width` columns, at least 1 and at most row.size(), around each column
+/// of a row whose ends meet. Of the columns at the window's ends, parts count.
 void averageAround(std::span<float> row, double width, std::vector<double>& sums) {
-    const auto size = static_cast<std::int64_t>(row.size());
-    sums.resize(row.size() + 1);
-    sums[0] = 0.0;
-    for (std::size_t i = 0; i < row.size(); ++i) {
-        sums[i + 1] = sums[i] + double{row[i]};
+    const double half = 0.5 * (width - 1.0);
+    const auto reach = static_cast<std::size_t>(half) + 1;
+    const double part = half - static_cast<double>(reach - 1);
+    // sums[i] is that of all columns before column i - reach.
+    sums.assign(1, 0.0);
+    for (std::size_t i = 0; i < row.size() + 2 * reach; ++i) {
+        const std::size_t column = (i + row.size() - reach) % row.size();
+        sums.push_back(sums.back() + double{row[column]});
     }
-    const auto getSum = [&](double end) {  // of all columns before `end`
-        const auto whole = static_cast<std::int64_t>(std::floor(end));
-        const std::int64_t turns = whole >= 0 ? whole / size : (whole - size + 1) / size;
-        const auto column = static_cast<std::size_t>(whole - turns * size);
-        return static_cast<double>(turns) * sums.back() +
-               std::lerp(sums[column], sums[column + 1], end - static_cast<double>(whole));
-    };
     for (std::size_t i = 0; i < row.size(); ++i) {
-        const double middle = static_cast<double>(i) + 0.5;
-        const double sum = getSum(middle + 0.5 * width) - getSum(middle - 0.5 * width);
+        const std::size_t end = i + 2 * reach;
+        const double sum = mix(sums[end], sums[end + 1], part) - mix(sums[i + 1], sums[i], part);
         row[i] = static_cast<float>(std::max(sum / width, 0.0));
     }
 }

@@ -11,7 +11,7 @@ namespace {
 
 // In radii of the aperture, without zoom: so thin that the light they scatter reaches the end of
 // the glare.
-constexpr float kWidth = 0.012f;
+constexpr float kWidth = 0.008f;
 constexpr float kTaper = 0.7f;        // of scratches that are not regular
 constexpr float kLargestBend = 0.1f;  // in lengths
 constexpr float kClusterPitch = 3.0f * kWidth;
