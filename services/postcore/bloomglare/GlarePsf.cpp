@@ -28,7 +28,13 @@ constexpr float kLargestBlur = 0.25f;
 // the first dark ring.
 constexpr int kCoreRows = 14;
 // Part of the reach from which on the pattern fades out.
-constexpr float kFadeStart = 0.4f;
+constexpr float kFadeStart = 0.5f;
+// In steps of the shortest wavelength: where soft edges leave no light.
+constexpr float kEdgeReach = 350.0f;
+// Between dark bands that the bevel of edges makes, in the same steps. In white light the bands are
+// colours, so the more of colours is wanted, the more of the light passes beside the bevel.
+constexpr float kBandDistance = 140.0f;
+constexpr float kBandDepth = 0.6f;  // with all colours
 
 /// Light that passes an aperture straight is no glare but the image itself. Inside of its lobe, the
 /// pattern goes on as bright as around it.
@@ -44,6 +50,22 @@ void levelCore(PolarPattern& pattern) {
         const float own = t * t * t * (10.0f - t * (15.0f - 6.0f * t));
         for (float& value : pattern.row(y)) {
             value = mix(level, value, own);
+        }
+    }
+}
+
+/// What edges that are not perfectly sharp do to the light. Softness takes away that in wide
+/// directions; a bevel, a strip that lets half of the amplitude pass, makes light from its two
+/// edges interfere by cos²(π δ sin θ / λ), δ being its width. As directions are counted in
+/// wavelengths, streaks of blue light end before those of red light, and get dark bands before.
+void shapeEdges(PolarPattern& pattern, float colorIntensity) {
+    for (int y = 0; y < pattern.getHeight(); ++y) {
+        const float distance = static_cast<float>(y) / kEdgeReach;
+        const float rest = std::max(1.0f - distance * distance, 0.0f);
+        const float wave = std::sin(kPi * static_cast<float>(y) / kBandDistance);
+        const float part = rest * rest * (1.0f - kBandDepth * colorIntensity * wave * wave);
+        for (float& value : pattern.row(y)) {
+            value *= part;
         }
     }
 }
@@ -159,6 +181,7 @@ PointSpreadFunction makeGlarePsf(const GlareParams& glare, const ApertureParams&
                                                      : drawStreakMask(valid.streakCount, kMaskSize);
     PolarPattern pattern = toPolarPattern(ApertureSpectrum(mask, kPadding, kReach));
     blurDirections(pattern, kLargestBlur * valid.streakBlur * valid.streakBlur);
+    shapeEdges(pattern, valid.colorIntensity);
     PolarColorPattern channels =
         spreadWavelengths(pattern, makeSpectralColors(valid.colorIntensity, valid.colorShift));
     std::ranges::for_each(channels, levelCore);
