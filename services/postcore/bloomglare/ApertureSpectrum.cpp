@@ -20,10 +20,11 @@ BitmapImpl<Complex> transformRows(const BitmapImpl<float>& mask, int size) {
     BitmapImpl<Complex> rows(fft.getFrequencyCount(), mask.getHeight());
     Scheduler::defaultInstance().parallelFor(
         0, mask.getHeight(), TaskPriority::Normal, [&](std::int64_t y) {
+            PixelArray<float> reals(static_cast<std::size_t>(size));
             PixelArray<Complex> row(static_cast<std::size_t>(fft.getFrequencyCount()));
-            std::fill_n(row.data(), row.size(), Complex());
-            std::ranges::copy(mask.row(static_cast<int>(y)), reinterpret_cast<float*>(row.data()));
-            fft.transformForward(row.data());
+            std::fill_n(reals.data(), reals.size(), 0.0f);
+            std::ranges::copy(mask.row(static_cast<int>(y)), reals.data());
+            fft.transformForward(reals.data(), row.data());
             std::copy_n(row.data(), row.size(), rows.row(static_cast<int>(y)).data());
         });
     return rows;
@@ -39,19 +40,16 @@ ApertureSpectrum::ApertureSpectrum(const BitmapImpl<float>& mask, int padding, i
     const auto transformColumns = [&](std::int64_t blockIndex) {
         const int begin = static_cast<int>(blockIndex) * kFftColumns;
         const int width = std::min(kFftColumns, power_.getWidth() - begin);
-        PixelArray<Complex> block(static_cast<std::size_t>(size) * kFftColumns);
-        std::fill_n(block.data(), block.size(), Complex());
-        const auto getRow = [&](int y) {
-            return block.data() + static_cast<std::size_t>(y) * kFftColumns;
-        };
+        ColumnBlock block(size);
+        std::fill_n(block.data(), block.getCount(), Complex());
         for (int y = 0; y < rows.getHeight(); ++y) {
-            std::copy_n(rows.row(y).data() + begin, width, getRow(y));
+            std::copy_n(rows.row(y).data() + begin, width, block.row(y));
         }
-        fft.transformForward(block.data());
+        fft.transformForward(block);
         for (int y = 0; y < power_.getHeight(); ++y) {
             const int v = y - reach_ - 1;
-            std::transform(getRow(v < 0 ? v + size : v), getRow(v < 0 ? v + size : v) + width,
-                           power_.row(y).data() + begin,
+            const Complex* row = block.row(v < 0 ? v + size : v);
+            std::transform(row, row + width, power_.row(y).data() + begin,
                            [](const Complex& amplitude) { return std::norm(amplitude); });
         }
     };

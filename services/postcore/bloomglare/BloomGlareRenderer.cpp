@@ -68,21 +68,21 @@ BloomGlareRenderer::LayerKey BloomGlareRenderer::makeKey(Effect effect,
                                                          const Highlights& highlights,
                                                          const BloomGlareData& bloomGlare) {
     LayerKey key;
-    key.effect = effect;
     key.highlights = highlights.getHash();
     key.imageSize = highlights.getImageSize();
-    key.radius = getRadius(key.imageSize, bloomGlare.size);
-    key.isLegacy = bloomGlare.legacy != 0;
+    key.kernel.effect = effect;
+    key.kernel.radius = getRadius(key.imageSize, bloomGlare.size);
+    key.kernel.isLegacy = bloomGlare.legacy != 0;
     if (effect == Effect::Glare) {
-        key.glare = bloomGlare.glare;
-        if (bloomGlare.aperture.isCustom && !key.isLegacy) {
-            key.aperture = bloomGlare.aperture;
+        key.kernel.glare = bloomGlare.glare;
+        if (bloomGlare.aperture.isCustom && !key.kernel.isLegacy) {
+            key.kernel.aperture = bloomGlare.aperture;
         }
     }
     return key;
 }
 
-PointSpreadFunction BloomGlareRenderer::makeKernel(const LayerKey& key) {
+PointSpreadFunction BloomGlareRenderer::makePsf(const KernelKey& key) {
     PointSpreadFunction psf;
     if (key.effect == Effect::Bloom) {
         psf = key.isLegacy ? makeLegacyBloomPsf(key.radius) : makeBloomPsf(key.radius);
@@ -94,34 +94,40 @@ PointSpreadFunction BloomGlareRenderer::makeKernel(const LayerKey& key) {
     return psf;
 }
 
+void BloomGlareRenderer::keepOnly(const std::vector<LayerKey>& keys) {
+    std::erase_if(layers_, [&keys](const Layer& layer) {
+        return std::ranges::find(keys, layer.key) == keys.end();
+    });
+    std::erase_if(kernels_, [&keys](const Kernel& kernel) {
+        return std::ranges::find(keys, kernel.key, &LayerKey::kernel) == keys.end();
+    });
+}
+
+const BloomGlareRenderer::Kernel& BloomGlareRenderer::getKernel(const KernelKey& key) {
+    const auto found = std::ranges::find(kernels_, key, &Kernel::key);
+    return found != kernels_.end() ? *found : kernels_.emplace_back(Kernel{key, makePsf(key)});
+}
+
 bool BloomGlareRenderer::render(Flags<ImageOperatorsFlag> flags, BitmapImpl<CompressedRgb>& bitmap,
                                 const BloomGlareData& bloomGlare, BloomGlareProgress& progress) {
     const int endStep = progress.getCurrentStep() + getTotalSteps(bloomGlare);
     const Highlights highlights(flags, bitmap, bloomGlare.threshold);
-    std::vector<Layer> kept;
-    std::vector<LayerKey> missing;
+    std::vector<LayerKey> keys;
     for (const Effect effect : {Effect::Bloom, Effect::Glare}) {
-        if (getIntensity(effect, bloomGlare) > 0.0f && !highlights.getBounds().isEmpty()) {
-            const LayerKey key = makeKey(effect, highlights, bloomGlare);
-            const auto found = std::ranges::find(layers_, key, &Layer::key);
-            if (found == layers_.end()) {
-                missing.push_back(key);
-            } else {
-                kept.push_back(std::move(*found));
-            }
-        }
+        keys.push_back(makeKey(effect, highlights, bloomGlare));
     }
-    layers_ = std::move(kept);
-    progress.advance();
-    if (!missing.empty()) {
-        std::vector<Layer> fresh = convolve(flags, highlights, missing, progress);
-        if (fresh.empty()) {
-            return false;
-        }
-        convolutionCount_ += static_cast<int>(fresh.size());
-        std::ranges::move(fresh, std::back_inserter(layers_));
+    keepOnly(keys);
+    std::vector<LayerKey> missing;
+    std::ranges::copy_if(keys, std::back_inserter(missing), [&](const LayerKey& key) {
+        return getIntensity(key.kernel.effect, bloomGlare) > 0.0f &&
+               !highlights.getBounds().isEmpty() &&
+               std::ranges::find(layers_, key, &Layer::key) == layers_.end();
+    });
+    if (getTotalSteps(bloomGlare) > 1) {
+        progress.advance();
     }
-    if (progress.isAborted()) {
+    if ((!missing.empty() && !convolve(flags, highlights, missing, progress)) ||
+        progress.isAborted()) {
         return false;
     }
     addUp(flags, bloomGlare, highlights.getUnit(), bitmap);
@@ -129,19 +135,17 @@ bool BloomGlareRenderer::render(Flags<ImageOperatorsFlag> flags, BitmapImpl<Comp
     return true;
 }
 
-std::vector<BloomGlareRenderer::Layer> BloomGlareRenderer::convolve(
-    Flags<ImageOperatorsFlag> flags, const Highlights& highlights,
-    const std::vector<LayerKey>& keys, BloomGlareProgress& progress) {
-    std::vector<PointSpreadFunction> kernels;
+bool BloomGlareRenderer::convolve(Flags<ImageOperatorsFlag> flags, const Highlights& highlights,
+                                  const std::vector<LayerKey>& keys, BloomGlareProgress& progress) {
     for (const LayerKey& key : keys) {
         if (progress.isAborted()) {
-            return {};
+            return false;
         }
-        kernels.push_back(makeKernel(key));
+        getKernel(key.kernel);
         progress.advance();
     }
     FftConvolution convolution(flags, highlights.getImageSize(), highlights.getBounds(),
-                               keys.front().radius);
+                               keys.front().kernel.radius);
     std::vector<Layer> layers;
     for (const LayerKey& key : keys) {
         layers.push_back({key, convolution.getResultBounds(), {}});
@@ -149,22 +153,23 @@ std::vector<BloomGlareRenderer::Layer> BloomGlareRenderer::convolve(
     for (std::size_t channel = 0; channel < kChannels; ++channel) {
         std::vector<const float*> weights;
         std::vector<float*> results;
-        for (std::size_t i = 0; i < keys.size(); ++i) {
-            PixelArray<float>& plane = layers[i].planes[channel];
-            plane = PixelArray<float>(countPixels(layers[i].bounds));
-            results.push_back(plane.data());
-            weights.push_back(kernels[i].planes[channel].data());
+        for (Layer& layer : layers) {
+            layer.planes[channel] = PixelArray<float>(countPixels(layer.bounds));
+            results.push_back(layer.planes[channel].data());
+            weights.push_back(getKernel(layer.key.kernel).psf.planes[channel].data());
         }
         const auto readRow = [&](int y, std::span<float> row) {
-            highlights.getRow(y, static_cast<int>(channel), row);
+            return highlights.getRow(y, static_cast<int>(channel), row);
         };
         if (!convolution.convolve(readRow, weights, results,
                                   [&progress] { return progress.isAborted(); })) {
-            return {};
+            return false;
         }
         progress.advance(static_cast<int>(keys.size()));
     }
-    return layers;
+    convolutionCount_ += static_cast<int>(layers.size());
+    std::ranges::move(layers, std::back_inserter(layers_));
+    return true;
 }
 
 void BloomGlareRenderer::addUp(Flags<ImageOperatorsFlag> flags, const BloomGlareData& bloomGlare,
@@ -177,7 +182,7 @@ void BloomGlareRenderer::addUp(Flags<ImageOperatorsFlag> flags, const BloomGlare
             if (y < layer.bounds.y0 || y >= layer.bounds.y1) {
                 continue;
             }
-            const float intensity = getIntensity(layer.key.effect, bloomGlare);
+            const float intensity = getIntensity(layer.key.kernel.effect, bloomGlare);
             for (std::size_t channel = 0; channel < kChannels; ++channel) {
                 const float* light = layer.row(channel, y);
                 CompressedRgb* pixels = row.data() + layer.bounds.x0;

@@ -9,6 +9,7 @@
 #include "services/postcore/bloomglare/BloomGlareProgress.h"
 #include "services/postcore/bloomglare/GlarePsf.h"
 #include "services/postcore/bloomglare/Highlights.h"
+#include "services/postcore/bloomglare/PointSpreadFunction.h"
 #include "services/postcore/sharpening/ImageOperators.h"
 
 #include <array>
@@ -19,9 +20,11 @@
 namespace tavrin::postcore {
 
 /// Computes the layer of light that bloom and glare add to an image, as computeBloomAndGlare does,
-/// and keeps what it has convolved: the bloom and the glare at intensity 1. They are used again as
-/// long as nothing changes that they depend on, so that another intensity costs only adding them
-/// up. What is kept takes at most 24 bytes for each pixel of the image. One thread at a time.
+/// and keeps what a next computation may need again: the bloom and the glare at intensity 1, so
+/// that another intensity costs only adding them up, and the kernels that they come from, so that
+/// other light does not cost making them. Kept are at most 24 bytes for each pixel of the image and
+/// for each weight of a kernel; about as much is taken on top while computing. One thread at a
+/// time.
 class BloomGlareRenderer {
 public:
     /// The number of steps that render() counts, whatever the image and what is kept.
@@ -37,17 +40,29 @@ public:
 private:
     enum class Effect { Bloom, Glare };
 
-    /// All that a layer depends on. What does not count has its default.
-    struct LayerKey {
+    /// All that a kernel depends on. What does not count has its default.
+    struct KernelKey {
         Effect effect = Effect::Bloom;
-        std::uint64_t highlights = 0;
-        Pixel imageSize;
         int radius = 0;
         bool isLegacy = false;
         GlareParams glare;
         ApertureParams aperture;
 
+        friend bool operator==(const KernelKey&, const KernelKey&) = default;
+    };
+
+    /// All that a layer depends on.
+    struct LayerKey {
+        KernelKey kernel;
+        std::uint64_t highlights = 0;
+        Pixel imageSize;
+
         friend bool operator==(const LayerKey&, const LayerKey&) = default;
+    };
+
+    struct Kernel {
+        KernelKey key;
+        PointSpreadFunction psf;
     };
 
     /// Light at intensity 1, in units of the highlights, for the part of the image that it reaches.
@@ -62,16 +77,20 @@ private:
     static float getIntensity(Effect effect, const BloomGlareData& bloomGlare);
     static LayerKey makeKey(Effect effect, const Highlights& highlights,
                             const BloomGlareData& bloomGlare);
-    static PointSpreadFunction makeKernel(const LayerKey& key);
-    /// A layer for each key; the keys differ only in what shapes their kernels. None when aborted.
-    static std::vector<Layer> convolve(Flags<ImageOperatorsFlag> flags,
-                                       const Highlights& highlights,
-                                       const std::vector<LayerKey>& keys,
-                                       BloomGlareProgress& progress);
+    static PointSpreadFunction makePsf(const KernelKey& key);
+    /// Forgets what is of no use for these keys.
+    void keepOnly(const std::vector<LayerKey>& keys);
+    const Kernel& getKernel(const KernelKey& key);
+    /// Adds a layer for each key; the keys differ only in what shapes their kernels. False when
+    /// aborted, without any of them.
+    bool convolve(Flags<ImageOperatorsFlag> flags, const Highlights& highlights,
+                  const std::vector<LayerKey>& keys, BloomGlareProgress& progress);
     void addUp(Flags<ImageOperatorsFlag> flags, const BloomGlareData& bloomGlare, float unit,
                BitmapImpl<CompressedRgb>& bitmap) const;
 
-    std::vector<Layer> layers_;  // at most one for each effect
+    // At most one for each effect.
+    std::vector<Kernel> kernels_;
+    std::vector<Layer> layers_;
     int convolutionCount_ = 0;
 };
 

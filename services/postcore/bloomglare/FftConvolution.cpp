@@ -1,29 +1,16 @@
 #include "services/postcore/bloomglare/FftConvolution.h"
 
+#include "services/postcore/bloomglare/ComplexKernels.h"
 #include "services/postcore/bloomglare/RowLoop.h"
 
 #include <algorithm>
 #include <cstddef>
-#include <cstring>
 
 namespace tavrin::postcore {
 namespace {
 
 std::size_t toSize(int number) {
     return static_cast<std::size_t>(number);
-}
-
-/// product[i] *= source[i] * factor. Written out, because the product of complex numbers in the
-/// library looks for numbers that are not finite.
-void multiply(const Complex* source, float factor, std::size_t count, Complex* product) {
-    const auto* a = reinterpret_cast<const float*>(source);
-    auto* b = reinterpret_cast<float*>(product);
-    for (std::size_t i = 0; i < 2 * count; i += 2) {
-        const float real = a[i] * b[i] - a[i + 1] * b[i + 1];
-        const float imaginary = a[i] * b[i + 1] + a[i + 1] * b[i];
-        b[i] = factor * real;
-        b[i + 1] = factor * imaginary;
-    }
 }
 
 }  // namespace
@@ -71,7 +58,7 @@ FftConvolution::Plane FftConvolution::makePlane(int rows) const {
 bool FftConvolution::convolve(const ReadRow& readRow, std::span<const float* const> kernels,
                               std::span<float* const> results, const Function<bool()>& isAborted) {
     if (source_.stride == 0) {
-        source_ = makePlane(vertical_.sourceEnd - vertical_.sourceBegin);
+        source_ = makePlane(vertical_.getSourceSize());
     }
     while (products_.size() < kernels.size()) {
         products_.push_back(makePlane(std::max(vertical_.getTapCount(), result_.height())));
@@ -101,84 +88,83 @@ bool FftConvolution::convolve(const ReadRow& readRow, std::span<const float* con
 }
 
 void FftConvolution::transformSource(const ReadRow& readRow) {
-    const int width = horizontal_.sourceEnd - horizontal_.sourceBegin;
-    forEachRow(flags_, vertical_.sourceEnd - vertical_.sourceBegin, [&](int y) {
-        Complex* row = source_.row(y);
-        auto* reals = reinterpret_cast<float*>(row);
-        readRow(vertical_.sourceBegin + y, {reals, toSize(width)});
-        std::fill(reals + width, reals + horizontal_.fftSize, 0.0f);
-        transformRow(row);
+    const int width = horizontal_.getSourceSize();
+    forEachRow(flags_, vertical_.getSourceSize(), [&](int y) {
+        PixelArray<float> reals(toSize(horizontal_.fftSize));
+        if (readRow(vertical_.sourceBegin + y, {reals.data(), toSize(width)})) {
+            std::fill(reals.data() + width, reals.data() + horizontal_.fftSize, 0.0f);
+            transformRow(reals.data(), source_.row(y));
+        } else {
+            std::fill_n(source_.row(y), getColumnCount(), Complex());
+        }
     });
 }
 
 void FftConvolution::transformKernel(const float* kernel, Plane& plane) {
     const std::size_t kernelSize = 2 * toSize(radius_) + 1;
     forEachRow(flags_, vertical_.getTapCount(), [&](int y) {
-        Complex* row = plane.row(y);
-        auto* reals = reinterpret_cast<float*>(row);
+        PixelArray<float> reals(toSize(horizontal_.fftSize));
         // The weight for distance 0, which is at the middle.
         const float* own = kernel + toSize(radius_ + vertical_.nearest + y) * kernelSize + radius_;
-        float* next = std::copy(own, own + horizontal_.farthest + 1, reals);
-        float* wrapped = reals + horizontal_.fftSize + horizontal_.nearest;
+        float* next = std::copy(own, own + horizontal_.farthest + 1, reals.data());
+        float* wrapped = reals.data() + horizontal_.fftSize + horizontal_.nearest;
         std::fill(next, wrapped, 0.0f);
         std::copy(own + horizontal_.nearest, own, wrapped);
-        transformRow(row);
+        transformRow(reals.data(), plane.row(y));
     });
 }
 
-void FftConvolution::transformRow(Complex* row) const {
-    rowFft_.transformForward(row);
+void FftConvolution::transformRow(float* reals, Complex* row) const {
+    rowFft_.transformForward(reals, row);
     std::fill(row + rowFft_.getFrequencyCount(), row + getColumnCount(), Complex());
 }
 
 void FftConvolution::multiplyColumns() {
     const float factor =
         1.0f / (static_cast<float>(horizontal_.fftSize) * static_cast<float>(vertical_.fftSize));
-    const std::size_t blockSize = toSize(vertical_.fftSize) * kFftColumns;
-    const int sourceHeight = vertical_.sourceEnd - vertical_.sourceBegin;
-    const int taps = vertical_.getTapCount();
-    constexpr std::size_t kLine = kFftColumns * sizeof(Complex);
-    const auto getLine = [](PixelArray<Complex>& block, int y) {
-        return block.data() + toSize(y) * kFftColumns;
-    };
-    forEachRow(flags_, getColumnCount() / kFftColumns, [&](int block) {
-        const std::size_t x = toSize(block) * kFftColumns;
-        PixelArray<Complex> source(blockSize);
-        PixelArray<Complex> product(blockSize);
-        for (int y = 0; y < sourceHeight; ++y) {
-            std::memcpy(getLine(source, y), source_.row(y) + x, kLine);
+    forEachRow(flags_, getColumnCount() / kFftColumns, [&](int index) {
+        const int x = index * kFftColumns;
+        ColumnBlock source(vertical_.fftSize);
+        for (int y = 0; y < vertical_.getSourceSize(); ++y) {
+            std::copy_n(source_.row(y) + x, kFftColumns, source.row(y));
         }
-        std::fill(getLine(source, sourceHeight), source.data() + blockSize, Complex());
-        columnFft_.transformForward(source.data());
+        std::fill(source.row(vertical_.getSourceSize()), source.data() + source.getCount(),
+                  Complex());
+        columnFft_.transformForward(source);
+        ColumnBlock product(vertical_.fftSize);
         for (Plane& plane : products_) {
-            std::fill(product.data(), product.data() + blockSize, Complex());
-            for (int y = 0; y < taps; ++y) {
-                std::memcpy(getLine(product, vertical_.wrap(vertical_.nearest + y)),
-                            plane.row(y) + x, kLine);
-            }
-            columnFft_.transformForward(product.data());
-            multiply(source.data(), factor, blockSize, product.data());
-            columnFft_.transformInverse(product.data());
+            readKernelColumns(plane, x, product);
+            columnFft_.transformForward(product);
+            multiplyBy(source.data(), factor, source.getCount(), product.data());
+            columnFft_.transformInverse(product);
             for (int y = 0; y < result_.height(); ++y) {
-                const int index = vertical_.wrap(result_.y0 + y - vertical_.sourceBegin);
-                std::memcpy(plane.row(y) + x, getLine(product, index), kLine);
+                const int number = vertical_.wrap(result_.y0 + y - vertical_.sourceBegin);
+                std::copy_n(product.row(number), kFftColumns, plane.row(y) + x);
             }
         }
     });
+}
+
+void FftConvolution::readKernelColumns(Plane& plane, int x, ColumnBlock& block) const {
+    std::fill(block.row(vertical_.farthest + 1), block.row(vertical_.fftSize + vertical_.nearest),
+              Complex());
+    for (int y = 0; y < vertical_.getTapCount(); ++y) {
+        std::copy_n(plane.row(y) + x, kFftColumns,
+                    block.row(vertical_.wrap(vertical_.nearest + y)));
+    }
 }
 
 void FftConvolution::transformBack(Plane& plane, float* result) {
     const int width = result_.width();
     const int before = horizontal_.sourceBegin - result_.x0;  // columns that have wrapped around
     forEachRow(flags_, result_.height(), [&](int y) {
-        Complex* row = plane.row(y);
-        rowFft_.transformInverse(row);
-        const auto* reals = reinterpret_cast<const float*>(row);
-        float* target = result + toSize(y) * toSize(width);
+        PixelArray<float> reals(toSize(horizontal_.fftSize));
+        rowFft_.transformInverse(plane.row(y), reals.data());
         const auto keep = [](float value) { return std::max(value, 0.0f); };
-        target = std::transform(reals + horizontal_.fftSize - before, reals + horizontal_.fftSize,
-                                target, keep);
-        std::transform(reals, reals + (width - before), target, keep);
+        const float* end = reals.data() + horizontal_.fftSize;
+        float* target = result + toSize(y) * toSize(width);
+        target = std::transform(end - before, end, target, keep);
+        std::transform(reals.data(), reals.data() + (width - before), target, keep);
     });
 }
 

@@ -21,8 +21,9 @@ namespace tavrin::postcore {
 /// radius ask for: light that wraps around them ends outside the frame.
 class FftConvolution {
 public:
-    /// Writes the plane's row y of the frame (inside the rectangle) into the span.
-    using ReadRow = Function<void(int y, std::span<float> row)>;
+    /// Writes the plane's row y of the frame (inside the rectangle) into the span. False when all
+    /// of it is 0.
+    using ReadRow = Function<bool(int y, std::span<float> row)>;
 
     /// `bounds` is not empty and inside the frame. Throws an Exception when the frame is too large.
     FftConvolution(Flags<ImageOperatorsFlag> flags, Pixel frame, const Bucket& bounds, int radius);
@@ -51,6 +52,7 @@ private:
         int farthest = 0;  // to 0 or more, inclusive
         int fftSize = 0;
 
+        int getSourceSize() const { return sourceEnd - sourceBegin; }
         int getTapCount() const { return farthest - nearest + 1; }
         int wrap(int number) const { return number < 0 ? number + fftSize : number; }
     };
@@ -67,10 +69,11 @@ private:
     /// Frequencies of a row, filled up to whole blocks.
     int getColumnCount() const;
     Plane makePlane(int rows) const;
-    void transformRow(Complex* row) const;
+    void transformRow(float* reals, Complex* row) const;
     void transformSource(const ReadRow& readRow);
     void transformKernel(const float* kernel, Plane& plane);
     void multiplyColumns();
+    void readKernelColumns(Plane& plane, int x, ColumnBlock& block) const;
     void transformBack(Plane& plane, float* result);
 
     const Flags<ImageOperatorsFlag> flags_;

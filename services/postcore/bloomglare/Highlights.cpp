@@ -30,7 +30,7 @@ std::uint64_t addToHash(std::uint64_t hash, float first, float second) {
 }
 
 float getLargest(const CompressedRgb& color) {
-    return std::max({color.r, color.g, color.b});
+    return std::max(std::max(color.r, color.g), color.b);
 }
 
 }  // namespace
@@ -48,9 +48,11 @@ Highlights::Highlights(Flags<ImageOperatorsFlag> flags, const BitmapImpl<Compres
     std::vector<RowSummary> rows(static_cast<std::size_t>(image.getHeight()));
     forEachRow(flags, image.getHeight(),
                [&](int y) { rows[static_cast<std::size_t>(y)] = summarizeRow(y); });
+    spans_.reserve(rows.size());
     RowSummary all;
     for (int y = 0; y < image.getHeight(); ++y) {
         const RowSummary& row = rows[static_cast<std::size_t>(y)];
+        spans_.push_back({row.begin, row.end});
         if (row.end == 0) {
             continue;
         }
@@ -71,14 +73,16 @@ Highlights::Highlights(Flags<ImageOperatorsFlag> flags, const BitmapImpl<Compres
 }
 
 CompressedRgb Highlights::getLight(const CompressedRgb& pixel) const {
-    const bool isFinite =
-        std::isfinite(pixel.r) && std::isfinite(pixel.g) && std::isfinite(pixel.b);
     const float value = getLargest(pixel);
     const float knee = kKnee * threshold_;
-    if (!isFinite || !(value > threshold_ - knee) || std::isinf(threshold_)) {
+    const float excess = value - threshold_;
+    // Also when one of them is not a number.
+    if (!(excess > -knee)) {
         return {};
     }
-    const float excess = value - threshold_;
+    if (!std::isfinite(pixel.r) || !std::isfinite(pixel.g) || !std::isfinite(pixel.b)) {
+        return {};
+    }
     float light = excess;
     if (excess < knee) {
         // A parabola that meets nothing below and the excess above without a kink.
@@ -107,14 +111,17 @@ Highlights::RowSummary Highlights::summarizeRow(int y) const {
     return summary;
 }
 
-void Highlights::getRow(int y, int channel, std::span<float> row) const {
+bool Highlights::getRow(int y, int channel, std::span<float> row) const {
     constexpr std::array kComponents = {&CompressedRgb::r, &CompressedRgb::g, &CompressedRgb::b};
     const auto component = kComponents[static_cast<std::size_t>(channel)];
     const float factor = 1.0f / unit_;
-    const CompressedRgb* pixels = &image_.at(bounds_.x0, y);
-    for (int x = 0; x < bounds_.width(); ++x) {
-        row[static_cast<std::size_t>(x)] = getLight(pixels[x]).*component * factor;
+    const auto& [begin, end] = spans_[static_cast<std::size_t>(y)];
+    std::ranges::fill(row, 0.0f);
+    for (int x = begin; x < end; ++x) {
+        row[static_cast<std::size_t>(x - bounds_.x0)] =
+            getLight(image_.at(x, y)).*component * factor;
     }
+    return end != 0;
 }
 
 }  // namespace tavrin::postcore

@@ -8,6 +8,7 @@
 
 #include <cstdint>
 #include <span>
+#include <vector>
 
 namespace tavrin::postcore {
 
@@ -31,17 +32,24 @@ public:
     /// Differs, for all that can be known, where the light does.
     std::uint64_t getHash() const { return hash_; }
 
-    /// One channel (0 to 2) of the image's row y inside the bounds, in units.
-    void getRow(int y, int channel, std::span<float> row) const;
+    /// One channel (0 to 2) of the image's row y inside the bounds, in units. False when all of the
+    /// row is 0.
+    bool getRow(int y, int channel, std::span<float> row) const;
 
 private:
     CompressedRgb getLight(const CompressedRgb& pixel) const;
 
+    /// The columns of a row between which its light is; none when end is 0.
+    struct RowSpan {
+        int begin;
+        int end;
+    };
     struct RowSummary;
     RowSummary summarizeRow(int y) const;
 
     const BitmapImpl<CompressedRgb>& image_;
     const float threshold_;
+    std::vector<RowSpan> spans_;
     Bucket bounds_;
     float unit_ = 1.0f;
     std::uint64_t hash_ = 0;
