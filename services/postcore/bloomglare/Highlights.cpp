@@ -44,7 +44,9 @@ struct Highlights::RowSummary {
 
 Highlights::Highlights(Flags<ImageOperatorsFlag> flags, const BitmapImpl<CompressedRgb>& image,
                        float threshold)
-    : image_(image), threshold_(threshold > 0.0f ? threshold : 0.0f) {
+    : image_(image),
+      threshold_(threshold > 0.0f ? threshold : 0.0f),
+      darkest_(std::isinf(threshold_) ? threshold_ : (1.0f - kKnee) * threshold_) {
     std::vector<RowSummary> rows(static_cast<std::size_t>(image.getHeight()));
     forEachRow(flags, image.getHeight(),
                [&](int y) { rows[static_cast<std::size_t>(y)] = summarizeRow(y); });
@@ -72,17 +74,18 @@ Highlights::Highlights(Flags<ImageOperatorsFlag> flags, const BitmapImpl<Compres
     }
 }
 
+bool Highlights::isDark(const CompressedRgb& pixel) const {
+    // Also when the largest component is not a number.
+    return !(getLargest(pixel) > darkest_);
+}
+
 CompressedRgb Highlights::getLight(const CompressedRgb& pixel) const {
-    const float value = getLargest(pixel);
-    const float knee = kKnee * threshold_;
-    const float excess = value - threshold_;
-    // Also when one of them is not a number.
-    if (!(excess > -knee)) {
-        return {};
-    }
     if (!std::isfinite(pixel.r) || !std::isfinite(pixel.g) || !std::isfinite(pixel.b)) {
         return {};
     }
+    const float value = getLargest(pixel);
+    const float knee = threshold_ - darkest_;
+    const float excess = value - threshold_;
     float light = excess;
     if (excess < knee) {
         // A parabola that meets nothing below and the excess above without a kink.
@@ -98,6 +101,9 @@ Highlights::RowSummary Highlights::summarizeRow(int y) const {
     RowSummary summary;
     const auto pixels = image_.row(y);
     for (std::size_t x = 0; x < pixels.size(); ++x) {
+        if (isDark(pixels[x])) {
+            continue;
+        }
         const CompressedRgb light = getLight(pixels[x]);
         const float largest = getLargest(light);
         if (largest > 0.0f) {
@@ -118,8 +124,10 @@ bool Highlights::getRow(int y, int channel, std::span<float> row) const {
     const auto& [begin, end] = spans_[static_cast<std::size_t>(y)];
     std::ranges::fill(row, 0.0f);
     for (int x = begin; x < end; ++x) {
-        row[static_cast<std::size_t>(x - bounds_.x0)] =
-            getLight(image_.at(x, y)).*component * factor;
+        const CompressedRgb& pixel = image_.at(x, y);
+        if (!isDark(pixel)) {
+            row[static_cast<std::size_t>(x - bounds_.x0)] = getLight(pixel).*component * factor;
+        }
     }
     return end != 0;
 }

@@ -26,8 +26,7 @@ public:
     Pixel getImageSize() const { return image_.getSize(); }
     /// The least rectangle of the image with all light that glows; empty when there is none.
     const Bucket& getBounds() const { return bounds_; }
-    /// A power of two that is more than any component, and at most twice as much as the largest,
-    /// so that sums of many stay in the range of floats.
+    /// A power of two near the largest component, so that sums of many stay in the range of floats.
     float getUnit() const { return unit_; }
     /// Differs, for all that can be known, where the light does.
     std::uint64_t getHash() const { return hash_; }
@@ -37,6 +36,8 @@ public:
     bool getRow(int y, int channel, std::span<float> row) const;
 
 private:
+    bool isDark(const CompressedRgb& pixel) const;
+    /// Of a pixel that is not dark.
     CompressedRgb getLight(const CompressedRgb& pixel) const;
 
     /// The columns of a row between which its light is; none when end is 0.
@@ -49,6 +50,7 @@ private:
 
     const BitmapImpl<CompressedRgb>& image_;
     const float threshold_;
+    const float darkest_;  // the largest component from which on a pixel glows
     std::vector<RowSpan> spans_;
     Bucket bounds_;
     float unit_ = 1.0f;

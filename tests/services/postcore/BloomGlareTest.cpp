@@ -1,5 +1,4 @@
 #include "services/postcore/PostProcessData.h"
-#include "services/postcore/PropertyDescriptor.h"
 #include "services/postcore/bloomglare/BloomGlare.h"
 #include "services/postcore/bloomglare/BloomGlareRenderer.h"
 #include "services/postcore/bloomglare/BloomPsf.h"
@@ -7,6 +6,7 @@
 #include "services/postcore/bloomglare/FftConvolution.h"
 #include "services/postcore/bloomglare/Highlights.h"
 #include "services/postcore/bloomglare/LegacyPsf.h"
+#include "tests/support/MapSettings.h"
 
 #include <gtest/gtest.h>
 
@@ -18,7 +18,6 @@
 #include <functional>
 #include <iterator>
 #include <limits>
-#include <map>
 #include <numbers>
 #include <random>
 #include <span>
@@ -526,21 +525,8 @@ TEST(BloomGlareProgress, OtherThreadsMayReadAndAbort) {
     EXPECT_GE(progress.getCurrentStep(), 4);
 }
 
-class MapSettings : public ISettings {
-public:
-    Property get(int id) const override {
-        const auto found = values_.find(id);
-        return found == values_.end() ? PropertyDescriptor::get(id)->defaultValue : found->second;
-    }
-    void set(int id, const Property& value) override { values_[id] = value; }
-    bool isReadOnly() const override { return false; }
-
-private:
-    std::map<int, Property> values_;
-};
-
 TEST(BloomGlareData, ComesFromSettings) {
-    MapSettings settings;
+    tests::MapSettings settings;
     EXPECT_EQ(getPostProcessData(settings).bloomGlare, BloomGlareData());
     settings.set(368, Property(true));
     settings.set(400, Property(true));
