@@ -1,6 +1,7 @@
 #include "services/postcore/bloomglare/BloomPsf.h"
 
 #include "foundation/Scheduler.h"
+#include "services/postcore/bloomglare/AreaResampling.h"
 
 #include <algorithm>
 #include <cmath>
@@ -9,8 +10,11 @@
 namespace tavrin::postcore {
 namespace {
 
-// Of the kernel's end from the light, in degrees.
-constexpr double kReach = 2.0;
+// Half the side of the square that the glow is drawn on.
+constexpr int kSteps = 512;
+// From the light to the end of the glow, in degrees: so near that the inner glow, which is some
+// hundredths of a degree wide, is seen as one and not as a blur.
+constexpr double kReach = 0.8;
 
 /// Light scattered in the eye by the angle from its source in degrees (G. Spencer, P. Shirley,
 /// K. Zimmerman, D. Greenberg, "Physically-based glare effects for digital images", 1995, equation
@@ -26,24 +30,27 @@ double fadeOut(double distance) {
     return rest * rest;
 }
 
+BitmapImpl<float> drawGlow() {
+    constexpr int kSize = 2 * kSteps + 1;
+    BitmapImpl<float> square(kSize, kSize);
+    Scheduler::defaultInstance().parallelFor(0, kSize, TaskPriority::Normal, [&](std::int64_t row) {
+        const double y = static_cast<double>(row) - kSteps;
+        for (int column = 0; column < kSize; ++column) {
+            const double x = column - kSteps;
+            const double distance = std::sqrt(x * x + y * y) / kSteps;
+            square.at(column, static_cast<int>(row)) =
+                static_cast<float>(getScatteredLight(kReach * distance) * fadeOut(distance));
+        }
+    });
+    return square;
+}
+
 }  // namespace
 
 PointSpreadFunction makeBloomPsf(int radius) {
     PointSpreadFunction result;
     result.radius = std::max(radius, 0);
-    const int size = result.getSize();
-    const double reach = result.radius + 0.5;  // in pixels
-    std::vector<float> plane(result.index(0, size));
-    Scheduler::defaultInstance().parallelFor(0, size, TaskPriority::Normal, [&](std::int64_t row) {
-        const double y = static_cast<double>(row) - result.radius;
-        for (int column = 0; column < size; ++column) {
-            const double x = column - result.radius;
-            const double distance = std::sqrt(x * x + y * y) / reach;
-            plane[result.index(column, static_cast<int>(row))] =
-                static_cast<float>(getScatteredLight(kReach * distance) * fadeOut(distance));
-        }
-    });
-    result.planes.fill(plane);
+    result.planes.fill(resampleAreas(drawGlow(), result.getSize()));
     normalize(result);
     return result;
 }

@@ -43,7 +43,9 @@ private:
     /// Rows of scratches in the manner of bricks, with gaps according to the density.
     void addRows() {
         const float step = length_ * (1.0f + kGap * (1.0f - scratches_.density));
-        const float pitch = kWidth * length_ / (scratches_.density * step);
+        const float crowding =
+            std::lerp(scratches_.density, getRandomCrowding(), scratches_.slopeVariation);
+        const float pitch = kWidth * length_ / (crowding * step);
         const int rows = static_cast<int>(std::ceil((1.0f + 0.5f * length_) / pitch));
         const int columns = static_cast<int>(std::ceil((1.0f + 0.5f * length_) / step)) + 1;
         for (int j = -rows; j <= rows; ++j) {
@@ -90,13 +92,16 @@ private:
 
     int getClustering() const { return isRandom_ ? scratches_.clustering : 1; }
 
-    /// How many scratches, scattered over the area, cover the density's part of it: a point is free
-    /// of n of them with the probability (1 - a)^n, a being the part that one covers.
+    /// How many times the area scattered scratches have that cover the density's part of it: a
+    /// point is free of n of them with the probability (1 - a)^n, a being the part that one covers.
+    float getRandomCrowding() const {
+        return -std::log1p(-std::min(scratches_.density, kLargestRandomDensity));
+    }
+
     int countRandom(float area) const {
         const float taper = isRandom_ ? 1.0f - kTaper / 3.0f : 1.0f;
-        const float part = kWidth * (taper * length_ + 0.25f * kPi * kWidth) / area;
-        const float density = std::min(scratches_.density, kLargestRandomDensity);
-        return static_cast<int>(std::ceil(-std::log1p(-density) / part));
+        const float covered = kWidth * (taper * length_ + 0.25f * kPi * kWidth);
+        return static_cast<int>(std::ceil(getRandomCrowding() * area / covered));
     }
 
     float makeSlope(RandomNumbers& random) const {
