@@ -11,7 +11,7 @@ namespace tavrin::postcore {
 class ApertureSpectrum {
 public:
     /// From a square mask of at least two pixels. One step is λ / D / `padding`; the pattern
-    /// reaches `reach` steps in all directions, fewer than a quarter of side times padding, an even
+    /// reaches `reach` steps in all directions, fewer than half of side times padding, an even
     /// number. Uses the default scheduler. Throws std::bad_alloc.
     ApertureSpectrum(const BitmapImpl<float>& mask, int padding, int reach);
 

@@ -19,9 +19,11 @@ namespace {
 
 constexpr int kMaskSize = 512;
 constexpr int kPadding = 4;
-// Of the pattern, in steps of λ / D / kPadding for the shortest wavelength: what the mask is fine
-// enough for, with its pixels' own diffraction still weak.
+// Of the glare, in steps of λ / D / kPadding for the shortest wavelength λ.
 constexpr int kReach = 512;
+// In the same steps: where the soft edges of an aperture leave no light of the shortest wavelength.
+// The mask is fine enough for that, its pixels' own diffraction still being weak.
+constexpr int kEdgeReach = 350;
 // Standard deviation of the most blurred streaks, in radians.
 constexpr float kLargestBlur = 0.25f;
 // The main lobe, light that has passed straight, ends here in green light: at twice the radius of
@@ -29,8 +31,6 @@ constexpr float kLargestBlur = 0.25f;
 constexpr int kCoreRows = 14;
 // Part of the reach from which on the pattern fades out.
 constexpr float kFadeStart = 0.5f;
-// In steps of the shortest wavelength: where soft edges leave no light.
-constexpr float kEdgeReach = 350.0f;
 // Between dark bands that the bevel of edges makes, in the same steps. In white light the bands are
 // colours, so the more of colours is wanted, the more of the light passes beside the bevel.
 constexpr float kBandDistance = 140.0f;
@@ -60,7 +60,7 @@ void levelCore(PolarPattern& pattern) {
 /// wavelengths, streaks of blue light end before those of red light, and get dark bands before.
 void shapeEdges(PolarPattern& pattern, float colorIntensity) {
     for (int y = 0; y < pattern.getHeight(); ++y) {
-        const float distance = static_cast<float>(y) / kEdgeReach;
+        const float distance = static_cast<float>(y) / static_cast<float>(kEdgeReach);
         const float rest = std::max(1.0f - distance * distance, 0.0f);
         const float wave = std::sin(kPi * static_cast<float>(y) / kBandDistance);
         const float part = rest * rest * (1.0f - kBandDepth * colorIntensity * wave * wave);
@@ -179,11 +179,11 @@ PointSpreadFunction makeGlarePsf(const GlareParams& glare, const ApertureParams&
     const GlareParams valid = limitToRanges(glare);
     const BitmapImpl<float> mask = aperture.isCustom ? drawApertureMask(aperture, kMaskSize)
                                                      : drawStreakMask(valid.streakCount, kMaskSize);
-    PolarPattern pattern = toPolarPattern(ApertureSpectrum(mask, kPadding, kReach));
+    PolarPattern pattern = toPolarPattern(ApertureSpectrum(mask, kPadding, kEdgeReach));
     blurDirections(pattern, kLargestBlur * valid.streakBlur * valid.streakBlur);
     shapeEdges(pattern, valid.colorIntensity);
-    PolarColorPattern channels =
-        spreadWavelengths(pattern, makeSpectralColors(valid.colorIntensity, valid.colorShift));
+    PolarColorPattern channels = spreadWavelengths(
+        pattern, makeSpectralColors(valid.colorIntensity, valid.colorShift), kReach);
     std::ranges::for_each(channels, levelCore);
     const auto squares = toSquares(
         channels, toRadians(std::remainder(valid.rotation, 360.0f)),

@@ -46,9 +46,13 @@ struct RowWeight {
 
 /// How much of each row of the shortest wavelength's pattern is at `distance`. A longer wavelength
 /// brings light here from nearer to the middle, and spreads it over an area larger by the square.
-std::vector<RowWeight> getRowWeights(int distance, const std::vector<WavelengthColor>& colors) {
+std::vector<RowWeight> getRowWeights(int distance, const std::vector<WavelengthColor>& colors,
+                                     int rowCount) {
     std::vector<RowWeight> weights;
-    const auto add = [&weights](int row, float part, const std::array<float, 3>& color) {
+    const auto add = [&](int row, float part, const std::array<float, 3>& color) {
+        if (row >= rowCount) {
+            return;
+        }
         while (weights.empty() || row < weights.front().row) {  // wavelengths come in order
             weights.insert(weights.begin(), {weights.empty() ? row : weights.front().row - 1, {}});
         }
@@ -62,9 +66,7 @@ std::vector<RowWeight> getRowWeights(int distance, const std::vector<WavelengthC
         const float place = static_cast<float>(distance) * scale;
         const int row = static_cast<int>(place);
         const float part = place - static_cast<float>(row);
-        if (part > 0.0f) {
-            add(row + 1, scale * scale * part, color.channels);
-        }
+        add(row + 1, scale * scale * part, color.channels);
         add(row, scale * scale * (1.0f - part), color.channels);
     }
     return weights;
@@ -103,13 +105,13 @@ void blurDirections(PolarPattern& pattern, float deviation) {
 }
 
 PolarColorPattern spreadWavelengths(const PolarPattern& pattern,
-                                    const std::vector<WavelengthColor>& colors) {
+                                    const std::vector<WavelengthColor>& colors, int reach) {
     PolarColorPattern result;
     for (PolarPattern& channel : result) {
-        channel = PolarPattern(pattern.getWidth(), pattern.getHeight());
+        channel = PolarPattern(pattern.getWidth(), reach + 1);
     }
-    forEachRow(pattern, [&](int y) {
-        const std::vector<RowWeight> weights = getRowWeights(y, colors);
+    forEachRow(result[0], [&](int y) {
+        const std::vector<RowWeight> weights = getRowWeights(y, colors, pattern.getHeight());
         for (std::size_t c = 0; c < result.size(); ++c) {
             const std::span<float> sums = result[c].row(y);
             std::ranges::fill(sums, 0.0f);

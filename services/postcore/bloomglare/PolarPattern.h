@@ -22,9 +22,10 @@ PolarPattern toPolarPattern(const ApertureSpectrum& spectrum);
 /// Blurs around the middle with a bell of this standard deviation in radians.
 void blurDirections(PolarPattern& pattern, float deviation);
 
-/// Sums up the patterns of many wavelengths: `pattern` is that of the shortest one, and all others
-/// are the same with directions scaled by the wavelength. Negative sums become 0.
+/// Sums up the patterns of many wavelengths, for distances up to `reach`: `pattern` is that of the
+/// shortest one, dark beyond its rows, and all others are the same with directions scaled by the
+/// wavelength. Negative sums become 0.
 PolarColorPattern spreadWavelengths(const PolarPattern& pattern,
-                                    const std::vector<WavelengthColor>& colors);
+                                    const std::vector<WavelengthColor>& colors, int reach);
 
 }  // namespace tavrin::postcore

