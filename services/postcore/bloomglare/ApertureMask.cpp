@@ -1,5 +1,6 @@
 #include "services/postcore/bloomglare/ApertureMask.h"
 
+#include "foundation/Function.h"
 #include "foundation/Scheduler.h"
 #include "services/postcore/bloomglare/ApertureOutline.h"
 #include "services/postcore/bloomglare/Dust.h"

@@ -1,5 +1,6 @@
 #include "services/postcore/bloomglare/PointSpreadFunction.h"
 
+#include "foundation/Function.h"
 #include "foundation/Scheduler.h"
 
 #include <cstdint>

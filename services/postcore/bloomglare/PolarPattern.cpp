@@ -1,5 +1,6 @@
 #include "services/postcore/bloomglare/PolarPattern.h"
 
+#include "foundation/Function.h"
 #include "foundation/Scheduler.h"
 #include "services/postcore/bloomglare/Angles.h"
 #include "services/postcore/bloomglare/Interpolation.h"
@@ -72,6 +73,26 @@ std::vector<RowWeight> getRowWeights(int distance, const std::vector<WavelengthC
     return weights;
 }
 
+/// Sums of a few columns for each channel, small enough for the nearest cache.
+constexpr int kColumnsAtOnce = 512;
+using ColumnSums = std::array<std::array<float, kColumnsAtOnce>, 3>;
+
+ColumnSums sumColumns(const PolarPattern& pattern, const std::vector<RowWeight>& weights, int begin,
+                      int count) {
+    ColumnSums sums{};
+    for (const RowWeight& weight : weights) {
+        const float* source = pattern.row(weight.row).data() + begin;
+        const auto [red, green, blue] = weight.channels;
+        for (std::size_t x = 0; x < static_cast<std::size_t>(count); ++x) {
+            const float value = source[x];
+            sums[0][x] += red * value;
+            sums[1][x] += green * value;
+            sums[2][x] += blue * value;
+        }
+    }
+    return sums;
+}
+
 }  // namespace
 
 PolarPattern toPolarPattern(const ApertureSpectrum& spectrum) {
@@ -112,17 +133,13 @@ PolarColorPattern spreadWavelengths(const PolarPattern& pattern,
     }
     forEachRow(result[0], [&](int y) {
         const std::vector<RowWeight> weights = getRowWeights(y, colors, pattern.getHeight());
-        for (std::size_t c = 0; c < result.size(); ++c) {
-            const std::span<float> sums = result[c].row(y);
-            std::ranges::fill(sums, 0.0f);
-            for (const RowWeight& weight : weights) {
-                const std::span<const float> source = pattern.row(weight.row);
-                for (std::size_t x = 0; x < sums.size(); ++x) {
-                    sums[x] += weight.channels[c] * source[x];
-                }
-            }
-            for (float& sum : sums) {
-                sum = std::max(sum, 0.0f);
+        for (int begin = 0; begin < pattern.getWidth(); begin += kColumnsAtOnce) {
+            const int count = std::min(kColumnsAtOnce, pattern.getWidth() - begin);
+            const ColumnSums sums = sumColumns(pattern, weights, begin, count);
+            for (std::size_t c = 0; c < result.size(); ++c) {
+                std::transform(sums[c].begin(), sums[c].begin() + count,
+                               result[c].row(y).begin() + begin,
+                               [](float sum) { return std::max(sum, 0.0f); });
             }
         }
     });

@@ -1,4 +1,4 @@
-#include "foundation/Scheduler.h"
+#include "foundation/Function.h"
 #include "services/postcore/PropertyDescriptor.h"
 #include "services/postcore/bloomglare/ApertureMask.h"
 #include "services/postcore/bloomglare/LensEffectsParams.h"
@@ -108,14 +108,6 @@ ApertureParams makeDirtyParams() {
     params.scratches.isEnabled = true;
     params.dust.isEnabled = true;
     return params;
-}
-
-TEST(ApertureMaskTest, IsTheSameOnAnyNumberOfThreads) {
-    const BitmapImpl<float> mask = drawApertureMask(makeDirtyParams(), 300);
-    Scheduler::setThreadCount(1);
-    const BitmapImpl<float> same = drawApertureMask(makeDirtyParams(), 300);
-    Scheduler::setThreadCount(0);
-    EXPECT_EQ(getDifference(mask, same), 0.0);
 }
 
 TEST(ApertureMaskTest, TakesAnyNumbers) {

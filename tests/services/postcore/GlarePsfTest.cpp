@@ -1,4 +1,3 @@
-#include "foundation/Scheduler.h"
 #include "services/postcore/bloomglare/ApertureMask.h"
 #include "services/postcore/bloomglare/ApertureSpectrum.h"
 #include "services/postcore/bloomglare/AreaResampling.h"
@@ -12,7 +11,6 @@
 #include <cmath>
 #include <numbers>
 #include <numeric>
-#include <thread>
 
 namespace tavrin::postcore {
 namespace {
@@ -212,21 +210,6 @@ TEST(GlarePsfTest, ColorsGrowWithTheirIntensityAndTurnWithTheirShift) {
     EXPECT_GT(getSum(colored, 2, 0.25), getSum(colored, 0, 0.25));
     EXPECT_LT(getSum(make(1.0f, 0.5f), 2, 0.25), getSum(make(1.0f, 0.5f), 0, 0.25));
     EXPECT_LT(getDifference(make(1.0f, 1.0f).planes[0], colored.planes[0]), 1e-6);
-}
-
-TEST(GlarePsfTest, IsTheSameFromManyThreads) {
-    const PointSpreadFunction expected = makeGlarePsf({}, makeBlades(5, 3.0f), 40);
-    std::vector<PointSpreadFunction> results(2);
-    std::vector<std::thread> threads;
-    for (PointSpreadFunction& result : results) {
-        threads.emplace_back([&] { result = makeGlarePsf({}, makeBlades(5, 3.0f), 40); });
-    }
-    for (std::thread& thread : threads) {
-        thread.join();
-    }
-    for (const PointSpreadFunction& result : results) {
-        EXPECT_EQ(result.planes, expected.planes);
-    }
 }
 
 TEST(AreaResamplingTest, KeepsTheLightOfASpotWhereverItIs) {
