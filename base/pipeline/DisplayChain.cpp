@@ -13,7 +13,13 @@ DisplayChain::DisplayChain(settings::Settings& settings, colorkit::ColorMapping&
     lightMix.setInput(blendDenoised);
     lightMix.setSettings(settings);
     lightMix.setImageInfoProvider(load);
-    includeAlpha.setInput(lightMix);
+    bloomGlare.setInput(lightMix);
+    bloomGlare.setSettings(settings);
+    bloomGlare.setColorMapping(colorMapping);
+    bloomGlare.setImageInfoProvider(load);
+    blendBloomGlare.setInput(lightMix, 0);
+    blendBloomGlare.setInput(bloomGlare, 1);
+    includeAlpha.setInput(blendBloomGlare);
     colorMap.setInput(includeAlpha);
     colorMap.setSettings(settings);
     colorMap.setColorMapping(colorMapping);

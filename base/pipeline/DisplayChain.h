@@ -1,6 +1,8 @@
 #pragma once
 
+#include "base/pipeline/BlendBloomGlareOperator.h"
 #include "base/pipeline/BlendDenoisedOperator.h"
+#include "base/pipeline/BloomGlareOperator.h"
 #include "base/pipeline/ColorMapOperator.h"
 #include "base/pipeline/DenoiseOperator.h"
 #include "base/pipeline/IncludeAlphaOperator.h"
@@ -21,6 +23,8 @@ struct DisplayChain {
     DenoiseOperator denoise;
     BlendDenoisedOperator blendDenoised;
     LightMixOperator lightMix;
+    BloomGlareOperator bloomGlare;
+    BlendBloomGlareOperator blendBloomGlare;
     IncludeAlphaOperator includeAlpha;
     ColorMapOperator colorMap;
     SharpenBlurOperator sharpenBlur;

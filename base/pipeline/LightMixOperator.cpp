@@ -1,6 +1,7 @@
 #include "base/pipeline/LightMixOperator.h"
 
 #include "base/image/RegionSampling.h"
+#include "base/pipeline/VirtualElements.h"
 #include "foundation/Scheduler.h"
 #include "services/postcore/PropertyIds.h"
 
@@ -14,7 +15,6 @@ namespace {
 using colorkit::Spectrum;
 using image::ElementInfo;
 using image::RegionRows;
-using postcore::RenderElementFlag;
 
 // Rows of the mix are made in parts of about so many pixels: what one light gives of a part is
 // still in the cache of the processor when it is added.
@@ -66,17 +66,7 @@ std::vector<ElementInfo> LightMixOperator::getElements() const {
     if (std::ranges::none_of(elements, isLight)) {
         return elements;
     }
-    ElementInfo mix{image::kLightMixInteractive, image::ElementKind::Rgb, image::kVirtualElement};
-    if (const auto info = imageInfo().getElementInfo(mix.name)) {
-        const auto flags = info->getData().flags;
-        if (!flags.has(RenderElementFlag::AllowBloom)) {
-            mix.flags |= image::kNoBloom;
-        }
-        if (!flags.has(RenderElementFlag::AllowGlare)) {
-            mix.flags |= image::kNoGlare;
-        }
-    }
-    elements.push_back(mix);
+    elements.push_back(makeVirtualElement(image::kLightMixInteractive, imageInfo()));
     return elements;
 }
 

@@ -1,5 +1,7 @@
 #include "services/colorkit/ColorMapping.h"
 
+#include <algorithm>
+#include <limits>
 #include <utility>
 
 namespace tavrin::colorkit {
@@ -70,6 +72,19 @@ SharedPtr<const HistogramColorMappingOperator> ColorMapping::createHistogramOper
     const CommonColorMappingContext told = withErrorsToldOnce(context);
     return std::make_shared<const HistogramColorMappingOperator>(
         pipeline, isEnabled, MappingEnvironment{told, displaySize}, stage);
+}
+
+Rgb ColorMapping::undoExposure(const Rgb& exposed) const {
+    const auto [isEnabled, pipeline] = getState();
+    Rgb factor{1.0f, 1.0f, 1.0f, 1.0f};
+    ExposureMapping(pipeline, isEnabled, MappingEnvironment{getContext(), {}})
+        .mapRow({&factor, 1}, {});
+    const auto divide = [](float value, float by) {
+        return std::clamp(value / std::max(by, std::numeric_limits<float>::min()), 0.0f,
+                          std::numeric_limits<float>::max());
+    };
+    return {divide(exposed.r, factor.r), divide(exposed.g, factor.g), divide(exposed.b, factor.b),
+            exposed.a};
 }
 
 std::pair<bool, EntityHolder<IColorMappingOperator>> ColorMapping::getState() const {

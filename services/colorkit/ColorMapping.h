@@ -58,6 +58,10 @@ public:
     SharedPtr<const HistogramColorMappingOperator> createHistogramOperator(
         const CommonColorMappingContext& context, Pixel displaySize, std::uint32_t stage) const;
 
+    /// The light that the exposures of the pipeline and the context make this colour: how strong
+    /// light in the image is that leaves them as bright as this. Finite and not negative.
+    Rgb undoExposure(const Rgb& exposed) const;
+
 private:
     /// The switch and the pipeline at one moment.
     std::pair<bool, EntityHolder<IColorMappingOperator>> getState() const;

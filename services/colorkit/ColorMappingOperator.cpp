@@ -62,6 +62,20 @@ StageList makeHistogramStages(const EntityHolder<IColorMappingOperator>& pipelin
     return stages;
 }
 
+StageList makeExposureStages(const EntityHolder<IColorMappingOperator>& pipeline, bool isEnabled,
+                             const MappingEnvironment& environment) {
+    StageList stages;
+    if (isEnabled) {
+        std::vector<const IColorMappingOperator*> operators = listOperators(pipeline);
+        std::erase_if(operators, [](const IColorMappingOperator* each) {
+            return !each->getValues().getDescriptor().isExposure;
+        });
+        appendContextExposure(environment.context, stages);
+        appendOperators(operators, environment, stages);
+    }
+    return stages;
+}
+
 }  // namespace
 
 ColorMappingOperator<0>::ColorMappingOperator(const EntityHolder<IColorMappingOperator>& pipeline,
@@ -72,5 +86,9 @@ HistogramColorMappingOperator::HistogramColorMappingOperator(
     const EntityHolder<IColorMappingOperator>& pipeline, bool isEnabled,
     const MappingEnvironment& environment, std::uint32_t stage)
     : StagedMapping(makeHistogramStages(pipeline, isEnabled, environment, stage)) {}
+
+ExposureMapping::ExposureMapping(const EntityHolder<IColorMappingOperator>& pipeline,
+                                 bool isEnabled, const MappingEnvironment& environment)
+    : StagedMapping(makeExposureStages(pipeline, isEnabled, environment)) {}
 
 }  // namespace tavrin::colorkit

@@ -36,4 +36,12 @@ public:
                                   std::uint32_t stage);
 };
 
+/// Only the exposure of a pipeline, that of the context included; everything else passes. With
+/// `isEnabled` false all does.
+class ExposureMapping : public StagedMapping {
+public:
+    ExposureMapping(const EntityHolder<IColorMappingOperator>& pipeline, bool isEnabled,
+                    const MappingEnvironment& environment);
+};
+
 }  // namespace tavrin::colorkit

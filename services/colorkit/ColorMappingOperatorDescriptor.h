@@ -31,6 +31,8 @@ struct ColorMappingOperatorDescriptor {
     /// Appends the stages that these values stand for; appends nothing when the values are neutral.
     void (*appendStages)(const OperatorValues& values, const MappingEnvironment& environment,
                          StageList& stages);
+    /// Whether it does nothing but multiply light by one factor, as exposures do.
+    bool isExposure = false;
 };
 
 }  // namespace tavrin::colorkit

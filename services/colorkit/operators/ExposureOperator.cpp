@@ -27,6 +27,7 @@ constinit const ColorMappingOperatorDescriptor ExposureOperator::kDescriptor{
     .isEnabledByDefault = true,
     .parameters = kParameters,
     .appendStages = appendStages,
+    .isExposure = true,
 };
 
 }  // namespace tavrin::colorkit

@@ -38,6 +38,7 @@ constinit const ColorMappingOperatorDescriptor PhotographicExposureOperator::kDe
     .isEnabledByDefault = true,
     .parameters = {},
     .appendStages = appendStages,
+    .isExposure = true,
 };
 
 }  // namespace tavrin::colorkit
