@@ -29,6 +29,7 @@ constexpr const char* kFooter =
     "  tavrin-cli render.txr --element 'LightMix Interactive' -o mix.png \\\n"
     "      --set lightMixEnabled=true,false\n"
     "  tavrin-cli render.txr -o render.png --settings mine.tvpost --set bloomIntensity=0.5\n"
+    "  tavrin-cli --aperture aperture.png --set glareStreakCount=8\n"
     "\n"
     "Exit codes: 0 done; 1 the work failed; 2 the command line is wrong.";
 
@@ -43,6 +44,7 @@ struct RawArguments {
     std::string lightMix;
     std::string preset;
     std::string saveSettings;
+    std::string aperture;
     std::vector<std::string> assignments;
     bool noToneMapping = false;
     std::string denoise;
@@ -147,6 +149,13 @@ void addSettingsOptions(CLI::App& app, RawArguments& raw) {
         ->type_name("FILE");
 }
 
+void addApertureOption(CLI::App& app, RawArguments& raw) {
+    app.add_option("--aperture", raw.aperture,
+                   "Picture to save of the aperture that glare comes from, and beside it, with "
+                   "_psf after the name, of the light that it spreads, on a logarithmic scale")
+        ->type_name("FILE");
+}
+
 void addOptions(CLI::App& app, RawArguments& raw, Options& options) {
     app.add_option("IMAGE", raw.inputs,
                    "The TXR or OpenEXR image to open; several of the same frame are merged")
@@ -170,6 +179,7 @@ void addOptions(CLI::App& app, RawArguments& raw, Options& options) {
                    "all, or one for each; the channel TAVRIN_FB_WEIGHTS without this option")
         ->type_name("W[,W...]");
     addSettingsOptions(app, raw);
+    addApertureOption(app, raw);
     app.add_flag("--info", options.info,
                  "Print the windows, elements, channels, attributes and statistics of the image");
     app.add_flag("--json", options.json, "Print --info or --list-properties as JSON");
@@ -216,8 +226,10 @@ void check(const Options& options) {
     const bool hasSettings = !options.settings.isEmpty() || !options.lightMix.isEmpty() ||
                              !options.preset.isEmpty() || !options.assignments.empty() ||
                              !options.toneMapping;
-    if (hasSettings && options.output.isEmpty() && options.saveSettings.isEmpty()) {
-        throw UsageError("Settings go with --output or --save-settings.");
+    const bool usesSettings =
+        !options.output.isEmpty() || !options.saveSettings.isEmpty() || !options.aperture.isEmpty();
+    if (hasSettings && !usesSettings) {
+        throw UsageError("Settings go with --output, --save-settings or --aperture.");
     }
     // So that no image or preset is overwritten by mistake.
     if (!options.saveSettings.isEmpty() && Str::toLowerCase(options.saveSettings.extension()) !=
@@ -236,10 +248,10 @@ void check(const Options& options) {
     }
     const bool asksForList = options.listFormats || options.listOperators || options.listPresets ||
                              options.listProperties;
-    if (!asksOfImage && !asksForList && options.saveSettings.isEmpty()) {
+    if (!asksOfImage && !asksForList && !usesSettings) {
         throw UsageError(
-            "There is nothing to do: --output, --info, --save-settings or one of the --list "
-            "options is expected.");
+            "There is nothing to do: --output, --info, --save-settings, --aperture or one of the "
+            "--list options is expected.");
     }
 }
 
@@ -271,6 +283,7 @@ Optional<Options> parseCommandLine(int argumentCount, const char* const* argumen
     options.lightMix = getFile(app, "--lightmix", raw.lightMix);
     options.preset = getFile(app, "--preset", raw.preset);
     options.saveSettings = getFile(app, "--save-settings", raw.saveSettings);
+    options.aperture = getFile(app, "--aperture", raw.aperture);
     if (app.count("--element") != 0) {
         options.element = String::fromUtf8(raw.element);
     }

@@ -25,6 +25,7 @@ struct Options {
     Path lightMix;      ///< settings file to take LightMix from
     Path preset;        ///< tone-mapping preset to take: a file, or the name of one of ours
     Path saveSettings;  ///< settings file to save
+    Path aperture;      ///< picture of the aperture to save
     std::vector<String> assignments;  ///< "property=value"
     bool toneMapping = true;
     /// How to denoise; nothing: not at all; DenoisingMode::None: in the best way there is.

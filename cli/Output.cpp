@@ -4,6 +4,7 @@
 #include "base/image/ImageIterators.h"
 #include "base/image/ImageSettings.h"
 #include "base/settings/PropertyHelp.h"
+#include "cli/AperturePictures.h"
 #include "foundation/Text.h"
 #include "services/imageio/SaveImage.h"
 
@@ -229,6 +230,14 @@ void checkInputsAreKept(const Options& options, const Path& file) {
     if (isOneOf(file, options.inputs)) {
         throw UsageError("The output \"" + file.native() +
                          "\" would overwrite an image that is opened.");
+    }
+}
+
+void checkAperturePictures(const Options& options) {
+    if (!options.aperture.isEmpty()) {
+        getFormat(options.aperture);
+        checkInputsAreKept(options, options.aperture);
+        checkInputsAreKept(options, getPointSpreadFunctionPath(options.aperture));
     }
 }
 

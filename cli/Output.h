@@ -30,6 +30,10 @@ void saveOutput(const Output& output, pipeline::DisplayChain& chain,
 /// Throws a UsageError when saving to the file would overwrite an image that is opened.
 void checkInputsAreKept(const Options& options, const Path& file);
 
+/// Throws a UsageError for pictures of the aperture of an unknown kind, or that would overwrite an
+/// image that is opened.
+void checkAperturePictures(const Options& options);
+
 /// True when the element has a layout that a picture can show.
 bool isSupported(const image::ElementInfo& element);
 

@@ -2,6 +2,7 @@
 
 #include "base/image/ExrInfo.h"
 #include "base/pipeline/DisplayChain.h"
+#include "cli/AperturePictures.h"
 #include "cli/Denoising.h"
 #include "cli/FormatList.h"
 #include "cli/ImageOpening.h"
@@ -96,6 +97,9 @@ void processImages(const Options& options, const Optional<Output>& output,
     if (!options.saveSettings.isEmpty()) {
         saveSettings(options.saveSettings, settings, colorMapping);
     }
+    if (!options.aperture.isEmpty()) {
+        saveAperturePictures(options.aperture, settings, progress);
+    }
     if (output) {
         saveOutput(*output, chain, settings, colorMapping, progress);
     }
@@ -109,13 +113,15 @@ void run(const Options& options) {
     WarningPrinter warnings(options.quiet, progress);
     const SettingsSources sources(options, warnings);
     checkInputsAreKept(options, options.saveSettings);
+    checkAperturePictures(options);
     Optional<Output> output;
     if (!options.output.isEmpty()) {
         output = planOutput(options);
     }
     printRequestedLists(options);
     flushOutput();
-    if (output || options.listElements || !options.saveSettings.isEmpty()) {
+    if (output || options.listElements || !options.saveSettings.isEmpty() ||
+        !options.aperture.isEmpty()) {
         processImages(options, output, sources, warnings, progress);
     }
 }
