@@ -35,8 +35,12 @@ std::vector<ElementInfo> getSources(const Output& output, const DisplayChain& ch
         return chain.lightMix.getLightElements();
     }
     const bool isWholeImage = !output.format;
+    const String selector = isWholeImage ? "*"
+                            : output.element == image::kBloomGlareInteractive
+                                ? image::getDisplayName(image::kBeautyElement)
+                                : output.element;
     return chain.denoise.getDenoiseCapableElements(
-        pipeline::IOperator::ElementSelector(isWholeImage ? "*" : output.element).toFilter());
+        pipeline::IOperator::ElementSelector(selector).toFilter());
 }
 
 [[noreturn]] void failAsNotDenoisable(const Options& options, const Output& output) {
