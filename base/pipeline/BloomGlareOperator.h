@@ -37,6 +37,7 @@ public:
 
     /// Both before the first computation. The progress is counted by the computation itself.
     void setProgress(postcore::BloomGlareProgress progress) { progress_ = std::move(progress); }
+    const postcore::BloomGlareProgress& getProgress() const { return progress_; }
     void setCompute(Compute compute) { compute_ = std::move(compute); }
 
     /// The elements that can have a layer, and the layer.
