@@ -234,10 +234,15 @@ void checkInputsAreKept(const Options& options, const Path& file) {
 }
 
 void checkAperturePictures(const Options& options) {
-    if (!options.aperture.isEmpty()) {
-        getFormat(options.aperture);
-        checkInputsAreKept(options, options.aperture);
-        checkInputsAreKept(options, getPointSpreadFunctionPath(options.aperture));
+    if (options.aperture.isEmpty()) {
+        return;
+    }
+    getFormat(options.aperture);
+    for (const Path& path : {options.aperture, getPointSpreadFunctionPath(options.aperture)}) {
+        checkInputsAreKept(options, path);
+        if (path == options.output) {
+            throw UsageError("--output and --aperture would both write \"" + path.native() + "\".");
+        }
     }
 }
 

@@ -31,7 +31,7 @@ void saveOutput(const Output& output, pipeline::DisplayChain& chain,
 void checkInputsAreKept(const Options& options, const Path& file);
 
 /// Throws a UsageError for pictures of the aperture of an unknown kind, or that would overwrite an
-/// image that is opened.
+/// image that is opened or the output.
 void checkAperturePictures(const Options& options);
 
 /// True when the element has a layout that a picture can show.
