@@ -50,8 +50,9 @@ BitmapImpl<float> drawGlow() {
 PointSpreadFunction makeBloomPsf(int radius) {
     PointSpreadFunction result;
     result.radius = std::max(radius, 0);
-    result.planes.fill(resampleAreas(drawGlow(), result.getSize()));
-    normalize(result);
+    std::vector<float> kernel = resampleAreas(drawGlow(), result.getSize());
+    normalize(kernel);
+    result.planes.fill(kernel);
     return result;
 }
 

@@ -144,31 +144,31 @@ std::array<BitmapImpl<float>, 3> toSquares(const PolarColorPattern& channels, fl
     std::array<BitmapImpl<float>, 3> squares;
     for (BitmapImpl<float>& square : squares) {
         square = BitmapImpl<float>(kSize, kSize);
+        std::ranges::fill(square.pixels(), 0.0f);
     }
-    const auto drawPixel = [&](int column, int row) {
-        const auto x = static_cast<float>(column - kReach);
-        const auto y = static_cast<float>(kReach - row);
-        const float distance = std::sqrt(x * x + y * y);
+    // Two pixels at a time, opposite to each other, for the light of a pattern is alike there.
+    const auto drawPixels = [&](int x, int y) {
+        const auto distance = std::sqrt(static_cast<float>(x * x + y * y));
         if (distance >= static_cast<float>(kReach)) {
-            for (BitmapImpl<float>& square : squares) {
-                square.at(column, row) = 0.0f;
-            }
             return;
         }
-        const float angle = std::atan2(y, x) - rotation;
+        const float angle = std::atan2(static_cast<float>(y), static_cast<float>(x)) - rotation;
         const PolarPlace place(angle, distance);
-        const float part =
-            fadeOut(distance / static_cast<float>(kReach)) * streaks.getPart(angle, distance);
+        const float part = fadeOut(distance / static_cast<float>(kReach));
+        const float own = part * streaks.getPart(angle, distance);
+        const float opposite = part * streaks.getPart(angle + kPi, distance);
         for (std::size_t c = 0; c < channels.size(); ++c) {
-            squares[c].at(column, row) = part * place.sample(channels[c]);
+            const float light = place.sample(channels[c]);
+            squares[c].at(kReach + x, kReach - y) = own * light;
+            squares[c].at(kReach - x, kReach + y) = opposite * light;
         }
     };
-    const auto drawRow = [&](std::int64_t row) {
-        for (int column = 0; column < kSize; ++column) {
-            drawPixel(column, static_cast<int>(row));
-        }
-    };
-    Scheduler::defaultInstance().parallelFor(0, kSize, TaskPriority::Normal, drawRow);
+    Scheduler::defaultInstance().parallelFor(
+        0, kReach + 1, TaskPriority::Normal, [&](std::int64_t y) {
+            for (int x = y == 0 ? 0 : -kReach; x <= kReach; ++x) {
+                drawPixels(x, static_cast<int>(y));
+            }
+        });
     return squares;
 }
 
@@ -192,8 +192,8 @@ PointSpreadFunction makeGlarePsf(const GlareParams& glare, const ApertureParams&
     result.radius = std::max(radius, 0);
     for (std::size_t c = 0; c < squares.size(); ++c) {
         result.planes[c] = resampleAreas(squares[c], result.getSize());
+        normalize(result.planes[c]);
     }
-    normalize(result);
     return result;
 }
 

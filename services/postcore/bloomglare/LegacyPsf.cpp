@@ -34,7 +34,7 @@ PointSpreadFunction makePsf(int radius, const GetWeights& getWeights) {
                 }
             }
         });
-    normalize(psf);
+    std::ranges::for_each(psf.planes, normalize);
     return psf;
 }
 

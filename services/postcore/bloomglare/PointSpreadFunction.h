@@ -26,8 +26,8 @@ struct PointSpreadFunction {
     }
 };
 
-/// Leaves out the light's own pixel and scales each kernel so that it sums up to 1, where it has
+/// Leaves out the light's own pixel of a kernel and scales it so that it sums up to 1, where it has
 /// any light. Uses the default scheduler.
-void normalize(PointSpreadFunction& function);
+void normalize(std::vector<float>& kernel);
 
 }  // namespace tavrin::postcore

@@ -4,6 +4,7 @@
 #include "foundation/Scheduler.h"
 #include "services/postcore/bloomglare/Angles.h"
 #include "services/postcore/bloomglare/Interpolation.h"
+#include "services/postcore/bloomglare/WavelengthKernels.h"
 
 #include <algorithm>
 #include <cmath>
@@ -27,23 +28,22 @@ void averageAround(std::span<float> row, double width, std::vector<double>& sums
     const double half = 0.5 * (width - 1.0);
     const auto reach = static_cast<std::size_t>(half) + 1;
     const double part = half - static_cast<double>(reach - 1);
+    const double scale = 1.0 / width;
     // sums[i] is that of all columns before column i - reach.
-    sums.assign(1, 0.0);
-    for (std::size_t i = 0; i < row.size() + 2 * reach; ++i) {
-        const std::size_t column = (i + row.size() - reach) % row.size();
-        sums.push_back(sums.back() + double{row[column]});
+    sums.resize(row.size() + 2 * reach + 1);
+    double* next = sums.data();
+    double sum = *next++ = 0.0;
+    for (const std::span<const float> part : {row.last(reach), row, row.first(reach)}) {
+        for (const float value : part) {
+            *next++ = sum += double{value};
+        }
     }
     for (std::size_t i = 0; i < row.size(); ++i) {
         const std::size_t end = i + 2 * reach;
-        const double sum = mix(sums[end], sums[end + 1], part) - mix(sums[i + 1], sums[i], part);
-        row[i] = static_cast<float>(std::max(sum / width, 0.0));
+        const double around = mix(sums[end], sums[end + 1], part) - mix(sums[i + 1], sums[i], part);
+        row[i] = static_cast<float>(std::max(around * scale, 0.0));
     }
 }
-
-struct RowWeight {
-    int row;
-    std::array<float, 3> channels;
-};
 
 /// How much of each row of the shortest wavelength's pattern is at `distance`. A longer wavelength
 /// brings light here from nearer to the middle, and spreads it over an area larger by the square.
@@ -73,25 +73,8 @@ std::vector<RowWeight> getRowWeights(int distance, const std::vector<WavelengthC
     return weights;
 }
 
-/// Sums of a few columns for each channel, small enough for the nearest cache.
+// A few columns' sums for all channels stay in the nearest cache.
 constexpr int kColumnsAtOnce = 512;
-using ColumnSums = std::array<std::array<float, kColumnsAtOnce>, 3>;
-
-ColumnSums sumColumns(const PolarPattern& pattern, const std::vector<RowWeight>& weights, int begin,
-                      int count) {
-    ColumnSums sums{};
-    for (const RowWeight& weight : weights) {
-        const float* source = pattern.row(weight.row).data() + begin;
-        const auto [red, green, blue] = weight.channels;
-        for (std::size_t x = 0; x < static_cast<std::size_t>(count); ++x) {
-            const float value = source[x];
-            sums[0][x] += red * value;
-            sums[1][x] += green * value;
-            sums[2][x] += blue * value;
-        }
-    }
-    return sums;
-}
 
 }  // namespace
 
@@ -133,14 +116,10 @@ PolarColorPattern spreadWavelengths(const PolarPattern& pattern,
     }
     forEachRow(result[0], [&](int y) {
         const std::vector<RowWeight> weights = getRowWeights(y, colors, pattern.getHeight());
-        for (int begin = 0; begin < pattern.getWidth(); begin += kColumnsAtOnce) {
-            const int count = std::min(kColumnsAtOnce, pattern.getWidth() - begin);
-            const ColumnSums sums = sumColumns(pattern, weights, begin, count);
-            for (std::size_t c = 0; c < result.size(); ++c) {
-                std::transform(sums[c].begin(), sums[c].begin() + count,
-                               result[c].row(y).begin() + begin,
-                               [](float sum) { return std::max(sum, 0.0f); });
-            }
+        for (int x = 0; x < pattern.getWidth(); x += kColumnsAtOnce) {
+            sumRows(pattern.row(0).data() + x, static_cast<std::size_t>(pattern.getWidth()),
+                    weights.data(), weights.size(), kColumnsAtOnce,
+                    {&result[0].at(x, y), &result[1].at(x, y), &result[2].at(x, y)});
         }
     });
     return result;

@@ -14,7 +14,7 @@ namespace tavrin::postcore {
 using PolarPattern = BitmapImpl<float>;
 using PolarColorPattern = std::array<PolarPattern, 3>;
 
-inline constexpr int kPolarDirections = 2048;
+inline constexpr int kPolarDirections = 1024;
 
 /// The functions use the default scheduler and throw std::bad_alloc.
 PolarPattern toPolarPattern(const ApertureSpectrum& spectrum);
