@@ -1,15 +1,14 @@
 #include "foundation/Function.h"
-#include "services/postcore/PropertyDescriptor.h"
 #include "services/postcore/bloomglare/ApertureMask.h"
 #include "services/postcore/bloomglare/LensEffectsParams.h"
 #include "services/postcore/bloomglare/RandomNumbers.h"
 #include "tests/services/postcore/MaskMeasures.h"
+#include "tests/support/MapSettings.h"
 
 #include <gmock/gmock.h>
 
 #include <cmath>
 #include <limits>
-#include <map>
 #include <numbers>
 
 namespace tavrin::postcore {
@@ -17,18 +16,7 @@ namespace {
 
 constexpr double kPi = std::numbers::pi;
 
-/// Properties in memory, at their defaults at first.
-class MapSettings : public ISettings {
-public:
-    Property get(int id) const override {
-        const auto found = values.find(id);
-        return found != values.end() ? found->second : PropertyDescriptor::get(id)->defaultValue;
-    }
-    void set(int id, const Property& value) override { values[id] = value; }
-    bool isReadOnly() const override { return false; }
-
-    std::map<int, Property> values;
-};
+using tests::MapSettings;
 
 TEST(LensEffectsParamsTest, DefaultsAreThoseOfTheProperties) {
     EXPECT_EQ(LensEffectsParams::loadApertureFromSettings(MapSettings()), ApertureParams());
@@ -246,7 +234,6 @@ std::vector<Effect> makeOutlineEffects() {
     ApertureParams bladed = makeCircle();
     bladed.isBladed = true;
     ApertureParams offGrating = makeCircle();
-    ApertureParams fromAbove = occlusion(unchanged);
     const auto getRimCover = [](const auto& mask) { return -getRingOpenness(mask, 0.97, 0.99); };
     return {
         {402, "cuts the circle", makeCircle(), true, getCoveredArea, 0.5},
@@ -263,10 +250,10 @@ std::vector<Effect> makeOutlineEffects() {
         {410, "weakens lines", grating(unchanged), 0.5f, getArea, 0.1},
         {411, "covers a part", makeCircle(), true, getCoveredArea, 0.3},
         {412, "covers both sides alike", occlusion(unchanged), true,
-         [](const auto& mask) { return -getAsymmetry(mask); }, 0.1},
+         [](const auto& mask) { return -getOpenness(mask, -0.9, 0.0); }, 1.0},
         {413, "covers everything", occlusion(unchanged), 1.0f, getCoveredArea, 2.0},
-        {414, "comes from above", fromAbove, 90.0f,
-         [](const auto& mask) { return -getCentroid(mask).y; }, 0.1},
+        {414, "comes from above", occlusion(unchanged), 90.0f,
+         [](const auto& mask) { return -getOpenness(mask, 0.0, 0.9); }, 1.0},
         {415, "comes around the aperture", occlusion([](auto& o) { o.arc = 0.0f; }), 1.0f,
          [](const auto& mask) {
              return getOpenness(mask, 0.45, 0.0) - getOpenness(mask, 0.2, 0.9);
@@ -295,7 +282,8 @@ std::vector<Effect> makeScratchesEffects() {
     const BitmapImpl<float> usual = drawApertureMask(scratches(unchanged), 512);
     return {
         {416, "adds scratches", makeCircle(), true, getCoveredArea, 0.4},
-        {417, "is in rows", parallel, 0, getRegularity, 0.2},
+        {417, "spreads scratches evenly", parallel, 0,
+         [](const auto& mask) { return -getClumpiness(mask); }, 0.01},
         {418, "meets in the middle", scratches(unchanged), true,
          [](const auto& mask) { return -getRingOpenness(mask, 0.0, 0.05); }, 0.5},
         {419, "heaps scratches", parallel, 16, getClumpiness, 0.02},

@@ -14,7 +14,6 @@
 #include <array>
 #include <atomic>
 #include <cmath>
-#include <complex>
 #include <functional>
 #include <iterator>
 #include <limits>
@@ -74,51 +73,7 @@ double sumUp(const Image& image, float CompressedRgb::*component) {
     return sum;
 }
 
-TEST(Fft, AgreesWithTheDefinition) {
-    for (const int size : {2, 6, 14, 36, 70, 96, 210}) {
-        ASSERT_EQ(getFftSize(size), size);
-        std::mt19937 random(1);
-        std::uniform_real_distribution<float> number(-1.0f, 1.0f);
-        std::vector<Complex> values;
-        for (int i = 0; i < size; ++i) {
-            values.emplace_back(number(random), number(random));
-        }
-        const RealRowFft rowFft(size);
-        const ColumnFft columnFft(size);
-        PixelArray<float> reals(static_cast<std::size_t>(size));
-        PixelArray<Complex> row(static_cast<std::size_t>(rowFft.getFrequencyCount()));
-        ColumnBlock block(size);
-        for (int i = 0; i < size; ++i) {
-            reals.data()[i] = values[static_cast<std::size_t>(i)].real();
-            for (int x = 0; x < kFftColumns; ++x) {
-                block.row(i)[x] = values[static_cast<std::size_t>(i)] * static_cast<float>(x);
-            }
-        }
-        rowFft.transformForward(reals.data(), row.data());
-        columnFft.transformForward(block);
-        for (int k = 0; k < size; ++k) {
-            std::complex<double> realSum;
-            std::complex<double> sum;
-            for (int i = 0; i < size; ++i) {
-                const auto wave = std::polar(1.0, -2.0 * std::numbers::pi * k * i / size);
-                const std::complex<double> value = values[static_cast<std::size_t>(i)];
-                realSum += value.real() * wave;
-                sum += value * wave;
-            }
-            if (k < rowFft.getFrequencyCount()) {
-                EXPECT_NEAR(std::abs(std::complex<double>(row.data()[k]) - realSum), 0.0, 1e-4);
-            }
-            EXPECT_NEAR(std::abs(std::complex<double>(block.row(k)[3]) - 3.0 * sum), 0.0, 1e-4);
-        }
-        rowFft.transformInverse(row.data(), reals.data());
-        columnFft.transformInverse(block);
-        for (int i = 0; i < size; ++i) {
-            const Complex value = values[static_cast<std::size_t>(i)];
-            const auto scale = static_cast<float>(size);
-            EXPECT_NEAR(reals.data()[i] / scale, value.real(), 1e-5f);
-            EXPECT_NEAR(std::abs(block.row(i)[7] / (7.0f * scale) - value), 0.0f, 1e-5f);
-        }
-    }
+TEST(Fft, SizesAreTheNextSmoothOnes) {
     EXPECT_EQ(getFftSize(-5), 2);
     EXPECT_EQ(getFftSize(11), 12);
     EXPECT_EQ(getFftSize(2049), 2058);
@@ -275,29 +230,10 @@ TEST(BloomGlare, LosesOnlyWhatLeavesTheImage) {
             const auto x = 20 + static_cast<int>(random() % 24);
             lights.at(x, 20 + static_cast<int>(random() % 40)) = {shade(random), shade(random), 1};
         }
-        Image both = lights;
         const Image layer = render(lights, data, renderer);
         for (std::size_t channel = 0; channel < 3; ++channel) {
             const auto component = kComponents[channel];
             EXPECT_NEAR(sumUp(layer, component) / sumUp(lights, component), 0.75, 1e-4);
-        }
-        // Twice the light, twice the layer; and two lights do not know of each other.
-        Image first = lights;
-        Image second = lights;
-        for (int y = 0; y < 80; ++y) {
-            for (int x = 0; x < 64; ++x) {
-                auto& dark = (x + y) % 3 == 0 ? first.at(x, y) : second.at(x, y);
-                dark = {};
-                second.at(x, y).r *= 2;
-                both.at(x, y).r = first.at(x, y).r + second.at(x, y).r;
-            }
-        }
-        const Image firstLayer = render(first, data, renderer);
-        const Image secondLayer = render(second, data, renderer);
-        const Image bothLayer = render(both, data, renderer);
-        for (std::size_t i = 0; i < layer.pixels().size(); ++i) {
-            ASSERT_NEAR(bothLayer.pixels()[i].r,
-                        firstLayer.pixels()[i].r + secondLayer.pixels()[i].r, 1e-5);
         }
     }
 }

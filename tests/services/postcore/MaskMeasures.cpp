@@ -53,27 +53,11 @@ double getRingOpenness(const BitmapImpl<float>& mask, double from, double to) {
     return getMean(values);
 }
 
-Vec2 getCentroid(const BitmapImpl<float>& mask) {
-    Vec2 sum;
-    float weight = 0.0f;
-    forEachPixel(mask, [&](int x, int y, Vec2 point) {
-        sum = {sum.x + mask.at(x, y) * point.x, sum.y + mask.at(x, y) * point.y};
-        weight += mask.at(x, y);
-    });
-    return {sum.x / weight, sum.y / weight};
-}
-
 double getDifference(const BitmapImpl<float>& left, const BitmapImpl<float>& right) {
     double sum = 0.0;
     forEachPixel(left,
                  [&](int x, int y, Vec2) { sum += std::abs(left.at(x, y) - right.at(x, y)); });
     return sum / static_cast<double>(left.getPixelCount());
-}
-
-double getAsymmetry(const BitmapImpl<float>& mask) {
-    BitmapImpl<float> turned = mask;
-    std::ranges::reverse(turned.pixels());
-    return getDifference(mask, turned);
 }
 
 double getClumpiness(const BitmapImpl<float>& mask) {
@@ -89,30 +73,6 @@ double getClumpiness(const BitmapImpl<float>& mask) {
         }
     }
     return getSpread(blocks);
-}
-
-double getRegularity(const BitmapImpl<float>& mask) {
-    const int size = mask.getHeight() / 2;  // what is in the middle of the circle
-    std::vector<double> profile;
-    for (int y = size / 2; y < size / 2 + size; ++y) {
-        const auto row = mask.row(y).subspan(std::size_t(size) / 2, std::size_t(size));
-        profile.push_back(std::accumulate(row.begin(), row.end(), 0.0));
-    }
-    double largest = 0.0;
-    double sum = 0.0;
-    for (int k = 1; k < size / 2; ++k) {
-        double cosine = 0.0;
-        double sine = 0.0;
-        for (int y = 0; y < size; ++y) {
-            const double angle = 2.0 * std::numbers::pi * k * y / size;
-            cosine += profile[std::size_t(y)] * std::cos(angle);
-            sine += profile[std::size_t(y)] * std::sin(angle);
-        }
-        const double power = cosine * cosine + sine * sine;
-        largest = std::max(largest, power);
-        sum += power;
-    }
-    return largest / sum;
 }
 
 Grain getGrain(const BitmapImpl<float>& mask) {

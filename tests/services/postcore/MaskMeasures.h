@@ -16,15 +16,10 @@ double getArea(const BitmapImpl<float>& mask);
 double getOpenness(const BitmapImpl<float>& mask, double x, double y);
 /// How open it is on average between two distances from the middle.
 double getRingOpenness(const BitmapImpl<float>& mask, double from, double to);
-Vec2 getCentroid(const BitmapImpl<float>& mask);
 /// The mean difference of two masks.
 double getDifference(const BitmapImpl<float>& left, const BitmapImpl<float>& right);
-/// The mean difference from the mask turned by half a turn.
-double getAsymmetry(const BitmapImpl<float>& mask);
 /// The deviation between the mean opennesses of square blocks: high where marks lie in heaps.
 double getClumpiness(const BitmapImpl<float>& mask);
-/// The largest part that one frequency has in what changes from row to row.
-double getRegularity(const BitmapImpl<float>& mask);
 
 /// The direction along which the mask changes least, and how much more it changes across it.
 struct Grain {
