@@ -23,8 +23,8 @@ namespace tavrin::postcore {
 /// and keeps what a next computation may need again: the bloom and the glare at intensity 1, so
 /// that another intensity costs only adding them up, and the kernels that they come from, so that
 /// other light does not cost making them. Kept are at most 24 bytes for each pixel of the image and
-/// for each weight of a kernel; about as much is taken on top while computing. One thread at a
-/// time.
+/// for each weight of a kernel; half as much or more is taken on top while computing. One thread at
+/// a time.
 class BloomGlareRenderer {
 public:
     /// The number of steps that render() counts, whatever the image and what is kept.
