@@ -6,6 +6,7 @@
 #include "services/postcore/PostProcessData.h"
 #include "services/postcore/bloomglare/ApertureMask.h"
 #include "services/postcore/bloomglare/GlarePsf.h"
+#include "services/postcore/bloomglare/LegacyPsf.h"
 
 #include <algorithm>
 #include <cmath>
@@ -67,7 +68,9 @@ void saveAperturePictures(const Path& path, const settings::Settings& settings,
                                : postcore::drawStreakMask(data.glare.streakCount, kMaskSize);
     save(path, toPicture(mask), progress);
     save(getPointSpreadFunctionPath(path),
-         toPicture(postcore::makeGlarePsf(data.glare, data.aperture, kRadius)), progress);
+         toPicture(data.legacy != 0 ? postcore::makeLegacyGlarePsf(data.glare, kRadius)
+                                    : postcore::makeGlarePsf(data.glare, data.aperture, kRadius)),
+         progress);
 }
 
 }  // namespace tavrin::cli

@@ -27,6 +27,13 @@ bool isSameFile(const Path& left, const Path& right) {
     return std::filesystem::equivalent(left.std(), right.std(), error) && !error;
 }
 
+/// One spelling for each file, as far as the system knows it.
+std::filesystem::path toAbsolute(const Path& path) {
+    std::error_code unknown;
+    return std::filesystem::weakly_canonical(std::filesystem::absolute(path.std(), unknown),
+                                             unknown);
+}
+
 bool isOneOf(const Path& file, const std::vector<Path>& files) {
     return std::ranges::any_of(files, [&](const Path& other) { return isSameFile(file, other); });
 }
@@ -240,7 +247,11 @@ void checkAperturePictures(const Options& options) {
     getFormat(options.aperture);
     for (const Path& path : {options.aperture, getPointSpreadFunctionPath(options.aperture)}) {
         checkInputsAreKept(options, path);
-        if (path == options.output) {
+        std::error_code unknown;
+        if (std::filesystem::is_directory(path.std(), unknown)) {
+            throw UsageError("\"" + path.native() + "\" is a folder; --aperture writes a picture.");
+        }
+        if (!options.output.isEmpty() && toAbsolute(path) == toAbsolute(options.output)) {
             throw UsageError("--output and --aperture would both write \"" + path.native() + "\".");
         }
     }

@@ -3,12 +3,20 @@
 #include "base/image/RowLoop.h"
 
 #include <algorithm>
+#include <cmath>
+#include <limits>
 
 namespace tavrin::pipeline {
 namespace {
 
 constexpr int kSourceInput = 0;
 constexpr int kLayerInput = 1;
+
+/// Light of the largest floats stays that.
+float add(float light, float more) {
+    const float sum = light + more;
+    return std::isinf(sum) && std::isfinite(light) ? std::numeric_limits<float>::max() : sum;
+}
 
 }  // namespace
 
@@ -37,7 +45,8 @@ Optional<BitmapImpl<Rgb>> BlendBloomGlareOperator::computeRgbRegion(const Reques
         const std::span<const Rgb> from = layer->row(y);
         const std::span<Rgb> to = base->row(y);
         for (std::size_t x = 0; x < to.size(); ++x) {
-            to[x] = {to[x].r + from[x].r, to[x].g + from[x].g, to[x].b + from[x].b, to[x].a};
+            to[x] = {add(to[x].r, from[x].r), add(to[x].g, from[x].g), add(to[x].b, from[x].b),
+                     to[x].a};
         }
     });
     return base;

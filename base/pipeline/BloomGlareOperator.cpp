@@ -84,8 +84,7 @@ Optional<BitmapImpl<Rgb>> BloomGlareOperator::computeRgbRegion(const Request& re
     Result result = getResult();
     if (request.flags.has(Control::Wait) &&
         (!isFor(result, request.element) || result.revision < getRevision())) {
-        computeNow(request.element);
-        result = getResult();
+        result = computeNow(request.element);
     }
     if (!isFor(result, request.element)) {
         if (request.element != image::kBloomGlareInteractive) {
@@ -118,17 +117,18 @@ void BloomGlareOperator::update() {
     }
 }
 
-void BloomGlareOperator::computeNow(const String& name) {
+BloomGlareOperator::Result BloomGlareOperator::computeNow(const String& name) {
     const std::lock_guard lock(computeMutex_);
     const Result result = getResult();
     if (isFor(result, name) && result.revision >= getRevision()) {
-        return;  // computed while this thread waited for its turn
+        return result;  // computed while this thread waited for its turn
     }
     const std::vector<ElementInfo> elements = getElements();
     const auto found = std::ranges::find(elements, name, &ElementInfo::name);
     const SilentScope silent(*this);
     isAbortable_ = false;
     computeFor(found == elements.end() ? ElementInfo{name} : *found);
+    return getResult();  // nobody else computes
 }
 
 void BloomGlareOperator::computeFor(const ElementInfo& element) {
@@ -163,7 +163,8 @@ bool BloomGlareOperator::isOn() const {
 }
 
 postcore::BloomGlareData BloomGlareOperator::getData(const ElementInfo& element) const {
-    postcore::BloomGlareData data = postcore::getPostProcessData(settings()).bloomGlare;
+    const postcore::PostProcessData settingsData = postcore::getPostProcessData(settings());
+    postcore::BloomGlareData data = settingsData.bloomGlare;
     if (element.has(image::kNoBloom)) {
         data.bloomIntensity = 0.0f;
     }
@@ -172,7 +173,8 @@ postcore::BloomGlareData BloomGlareOperator::getData(const ElementInfo& element)
     }
     // The threshold is meant as bright as the user sees the picture, whatever the exposure.
     const float grey = std::max(data.threshold, 0.0f);
-    const Rgb light = colorMapping().undoExposure({grey, grey, grey, grey});
+    const Rgb light = colorMapping().undoExposure(
+        postcore::getCommonColorMappingContext(settingsData), {grey, grey, grey, grey});
     data.threshold = std::max((light.r + light.g + light.b) / 3.0f, 0.0f);
     return data;
 }

@@ -53,7 +53,7 @@ private:
     Optional<BitmapImpl<Rgb>> computeRgbRegion(const Request& request) override;
     Optional<BitmapImpl<float>> computeMonoRegion(const Request&) override { return {}; }
     void update() override;
-    void computeNow(const String& element);
+    Result computeNow(const String& element);
     void computeFor(const image::ElementInfo& element);
     bool isOn() const;
     postcore::BloomGlareData getData(const image::ElementInfo& element) const;

@@ -74,11 +74,10 @@ SharedPtr<const HistogramColorMappingOperator> ColorMapping::createHistogramOper
         pipeline, isEnabled, MappingEnvironment{told, displaySize}, stage);
 }
 
-Rgb ColorMapping::undoExposure(const Rgb& exposed) const {
+Rgb ColorMapping::undoExposure(const CommonColorMappingContext& context, const Rgb& exposed) const {
     const auto [isEnabled, pipeline] = getState();
     Rgb factor{1.0f, 1.0f, 1.0f, 1.0f};
-    ExposureMapping(pipeline, isEnabled, MappingEnvironment{getContext(), {}})
-        .mapRow({&factor, 1}, {});
+    ExposureMapping(pipeline, isEnabled, MappingEnvironment{context, {}}).mapRow({&factor, 1}, {});
     const auto divide = [](float value, float by) {
         return std::clamp(value / std::max(by, std::numeric_limits<float>::min()), 0.0f,
                           std::numeric_limits<float>::max());

@@ -58,9 +58,9 @@ public:
     SharedPtr<const HistogramColorMappingOperator> createHistogramOperator(
         const CommonColorMappingContext& context, Pixel displaySize, std::uint32_t stage) const;
 
-    /// The light that the exposures of the pipeline and the context make this colour: how strong
-    /// light in the image is that leaves them as bright as this. Finite and not negative.
-    Rgb undoExposure(const Rgb& exposed) const;
+    /// The light that the exposures of the pipeline and of this context make this colour: how
+    /// strong light in the image is that leaves them as bright as this. Finite and not negative.
+    Rgb undoExposure(const CommonColorMappingContext& context, const Rgb& exposed) const;
 
 private:
     /// The switch and the pipeline at one moment.

@@ -15,9 +15,10 @@ struct BloomGlareData {
     float bloomIntensity = 0.2f;  ///< light in the soft glow, in parts of what glows; 0 or more
     float glareIntensity = 0.2f;  ///< the same for streaks and diffraction
     float threshold = 1.0f;       ///< linear light from which on pixels glow; 0 or more
-    float size = 50.0f;           ///< of both, in percent of the image's longer side, 1 to 100
-    GlareParams glare;            ///< the glare's look
-    ApertureParams aperture;      ///< what the glare comes from; not in the older effect
+    float size = 50.0f;       ///< of both, in percent of the image's longer side (at most twice the
+                              ///< shorter one), 1 to 100
+    GlareParams glare;        ///< the glare's look
+    ApertureParams aperture;  ///< what the glare comes from; not in the older effect
 
     friend bool operator==(const BloomGlareData&, const BloomGlareData&) = default;
 };

@@ -24,10 +24,13 @@ std::size_t countPixels(const Bucket& bounds) {
     return static_cast<std::size_t>(bounds.width()) * static_cast<std::size_t>(bounds.height());
 }
 
-/// Kernels reach as far as the size says in both directions of the image's longer side.
+/// Kernels reach as far as the size says in both directions of the image's longer side; that of a
+/// panorama counts as twice the shorter one, or kernels would be far larger than the image.
 int getRadius(Pixel imageSize, float size) {
+    const int side =
+        std::min(std::max(imageSize.x, imageSize.y), 2 * std::min(imageSize.x, imageSize.y));
     const double percent = size >= 1.0f ? std::min(static_cast<double>(size), 100.0) : 1.0;
-    const double radius = 0.5 * percent / 100.0 * std::max(imageSize.x, imageSize.y);
+    const double radius = 0.5 * percent / 100.0 * side;
     return std::max(static_cast<int>(std::lround(radius)), 1);
 }
 
@@ -77,6 +80,7 @@ BloomGlareRenderer::LayerKey BloomGlareRenderer::makeKey(Effect effect,
         key.kernel.glare = bloomGlare.glare;
         if (bloomGlare.aperture.isCustom && !key.kernel.isLegacy) {
             key.kernel.aperture = bloomGlare.aperture;
+            key.kernel.glare.streakCount = GlareParams().streakCount;
         }
     }
     return key;

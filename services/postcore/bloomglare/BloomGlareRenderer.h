@@ -40,7 +40,7 @@ public:
 private:
     enum class Effect { Bloom, Glare };
 
-    /// All that a kernel depends on. What does not count has its default.
+    /// All that a kernel depends on. What the kind of effect leaves out has its default.
     struct KernelKey {
         Effect effect = Effect::Bloom;
         int radius = 0;

@@ -114,6 +114,9 @@ PointSpreadFunction makeLegacyBloomPsf(int radius) {
             const float relative = distance / deviation;
             weight += part / (deviation * deviation) * std::exp(-0.5f * relative * relative);
         }
+        // Ends smoothly at the radius, in a circle.
+        const float rest = std::max(1.0f - distance * distance, 0.0f);
+        weight *= rest * rest;
         return std::array{weight, weight, weight};
     });
 }

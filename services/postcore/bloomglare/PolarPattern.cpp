@@ -33,8 +33,8 @@ void averageAround(std::span<float> row, double width, std::vector<double>& sums
     sums.resize(row.size() + 2 * reach + 1);
     double* next = sums.data();
     double sum = *next++ = 0.0;
-    for (const std::span<const float> part : {row.last(reach), row, row.first(reach)}) {
-        for (const float value : part) {
+    for (const std::span<const float> piece : {row.last(reach), row, row.first(reach)}) {
+        for (const float value : piece) {
             *next++ = sum += double{value};
         }
     }
