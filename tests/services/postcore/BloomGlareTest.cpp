@@ -272,14 +272,14 @@ TEST(BloomGlare, AnswersNumbersWhateverTheImageHolds) {
 }
 
 TEST(BloomGlare, TakesImagesOfAnySize) {
-    for (const Pixel size : {Pixel{0, 0}, {0, 3}, {1, 1}, {1, 50}, {37, 1}, {2, 3}}) {
+    for (const Pixel size : {Pixel{0, 0}, {0, 3}, {1, 1}, {1, 50}, {37, 1}, {40, 30}}) {
         for (const bool isLegacy : {false, true}) {
             const Image image = makeImage(size.x, size.y, {3, 2, 1});
             const Image layer = render(image, makeData(1, isLegacy ? 1.0f : 0.0f, isLegacy));
             EXPECT_EQ(layer.getSize(), size);
             const double light = sumUp(layer, &CompressedRgb::r);
             EXPECT_LE(light, 2.0001 * sumUp(image, &CompressedRgb::r));
-            EXPECT_EQ(light > 0.0, image.getPixelCount() > 1);
+            EXPECT_EQ(light > 0.0, size == (Pixel{40, 30}));
             const Image alone = render(image, makeData(1, isLegacy ? 1.0f : 0.0f, isLegacy), {});
             EXPECT_TRUE(std::ranges::equal(layer.pixels(), alone.pixels()));
         }
