@@ -1,55 +1,52 @@
-// Texts of settings files: whatever is taken fits its property and survives being written.
+// Settings files: whatever is taken fits its property and survives being written.
 
 #include "base/settings/Settings.h"
-#include "foundation/FatalError.h"
+#include "foundation/Exception.h"
+#include "services/colorkit/ColorMapping.h"
+#include "services/colorkit/Pipeline.h"
+#include "services/postcore/Conf.h"
 #include "services/postcore/PropertyDescriptor.h"
-#include "services/postcore/SettingsText.h"
 
-#include <cstddef>
-#include <cstdint>
-#include <string_view>
+#include "fuzz/FuzzSupport.h"
 
-namespace tavrin::postcore {
-namespace {
+using namespace tavrin;
+using fuzz::require;
 
-void require(bool condition, const char* reason) {
-    if (!condition) {
-        fatalError(reason);
-    }
-}
-
-bool acceptAll(int) {
+static bool acceptAll(int) {
     return true;
 }
 
-void checkText(const settings::Settings& settings) {
-    SettingsWriter writer;
-    writer.addProperties(settings, acceptAll);
+static void checkWritten(const settings::Settings& settings,
+                         const postcore::ConfColorMapping& mapping) {
+    static const Path path = fuzz::getScratchFile("written.tvpost");
+    colorkit::ColorMapping colorMapping;
+    if (mapping.pipeline) {
+        colorMapping.setPipeline(*mapping.pipeline);
+    }
+    postcore::saveConfigWithColorMapping(settings, colorMapping, path, acceptAll);
     settings::Settings again;
-    const auto takeOther = [](const String&, const String&) { return std::nullopt; };
-    const auto warn = [](const String&) { fatalError("A line that was written is refused."); };
-    require(readSettingsText(writer.getText(), {again, acceptAll, takeOther, warn}).has_value(),
-            "A text that was written is refused.");
-    for (const PropertyDescriptor& descriptor : PropertyDescriptor::list()) {
+    const postcore::ConfColorMapping mappingAgain = postcore::loadConfigWithColorMapping(
+        path, again, acceptAll, [](const String&) { require(false, "A line is refused."); });
+    for (const postcore::PropertyDescriptor& descriptor : postcore::PropertyDescriptor::list()) {
         require(again.get(descriptor.id) == settings.get(descriptor.id),
                 "A value that was written is read as another one.");
     }
+    require(mappingAgain.pipeline &&
+                colorkit::arePipelinesSame(colorMapping.getPipeline(), *mappingAgain.pipeline),
+            "A tone mapping that was written is read as another one.");
 }
 
-}  // namespace
-}  // namespace tavrin::postcore
-
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    using namespace tavrin;
-    const std::string_view bytes(reinterpret_cast<const char*>(data), size);
+    static const Path path = fuzz::getScratchFile("read.tvpost");
+    fuzz::writeFile(path, data, size);
     settings::Settings settings;
-    const auto takeOther = [](const String&, const String&) -> Optional<Result<void>> {
-        return Result<void>();
-    };
-    const postcore::SettingsReader reader{settings, postcore::acceptAll, takeOther, {}};
-    if (postcore::readSettingsText(String::fromUtf8(bytes), reader)) {
-        settings.validateAll();
-        postcore::checkText(settings);
+    postcore::ConfColorMapping mapping;
+    try {
+        mapping = postcore::loadConfigWithColorMapping(path, settings, acceptAll);
+    } catch (const Exception&) {
+        return 0;
     }
+    settings.validateAll();
+    checkWritten(settings, mapping);
     return 0;
 }
