@@ -143,7 +143,7 @@ std::string getText(const Json& value) {
 /// A value on one line, control characters escaped, long texts cut.
 std::string getShortText(const Json& value) {
     constexpr std::size_t kLongest = 160;
-    const String text = dumpJson(value);
+    const String text = Str::escapeLine(dumpJson(value));
     if (text.size() <= kLongest) {
         return text.toUtf8();
     }
@@ -153,7 +153,7 @@ std::string getShortText(const Json& value) {
 
 /// A name from the file; control characters cannot reach the terminal.
 std::string getName(const Json& value) {
-    const std::string quoted = dumpJson(value).toUtf8();
+    const std::string quoted = Str::escapeLine(dumpJson(value)).toUtf8();
     return quoted.substr(1, quoted.size() - 2);
 }
 

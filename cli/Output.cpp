@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <functional>
+#include <set>
 #include <string>
 
 namespace tavrin::cli {
@@ -80,9 +81,13 @@ Path getElementPath(const Path& path, const ElementInfo& element, int count) {
     if (element.name == image::kBeautyElement) {
         return path;
     }
-    return path.withFileName(
-        path.stem() + "_" + Str::escapeFilename(image::getDisplayName(element.name)) +
-        (count > 1 ? "_" + String::fromUtf8(std::to_string(count)) : "") + "." + path.extension());
+    const String start = path.stem() + "_";
+    const String end =
+        (count > 1 ? "_" + String::fromUtf8(std::to_string(count)) : "") + "." + path.extension();
+    const std::size_t taken = (start + end).toUtf8().size();
+    const std::size_t room = Str::kLongestFilename - std::min(taken, Str::kLongestFilename);
+    const String name = Str::escapeFilename(image::getDisplayName(element.name), room);
+    return path.withFileName(start + name + end);
 }
 
 struct ElementFile {
@@ -93,14 +98,12 @@ struct ElementFile {
 /// What is written where. Throws an Exception when the input would be overwritten.
 std::vector<ElementFile> planElementFiles(const Output& output, const DisplayChain& chain) {
     std::vector<ElementFile> files;
+    std::set<std::filesystem::path> taken;
     for (const ElementInfo& element : selectElements(output, chain)) {
         Path path = output.path;
         if (output.element == kAllElements) {
-            const auto isTaken = [&files](const Path& candidate) {
-                return std::ranges::find(files, candidate, &ElementFile::path) != files.end();
-            };
             path = getElementPath(output.path, element, 1);
-            for (int count = 2; isTaken(path); ++count) {
+            for (int count = 2; !taken.insert(path.std()).second; ++count) {
                 path = getElementPath(output.path, element, count);
             }
         }

@@ -14,6 +14,7 @@
 #include "cli/PropertyList.h"
 #include "cli/SettingsSources.h"
 #include "foundation/Scheduler.h"
+#include "foundation/Text.h"
 #include "foundation/platform/Terminal.h"
 
 #include <iostream>
@@ -65,7 +66,8 @@ void printRequestedLists(const Options& options) {
 void printElementNames(const pipeline::DisplayChain& chain) {
     for (const image::ElementInfo& element : chain.zoom.getElements()) {
         if (isSupported(element)) {
-            std::cout << image::getDisplayName(element.name).toUtf8() << '\n';
+            const String name = image::getDisplayName(element.name);
+            std::cout << Str::escapeLine(name).toUtf8() << '\n';
         }
     }
 }

@@ -1,5 +1,7 @@
 #include "cli/ProgressLine.h"
 
+#include "foundation/Text.h"
+
 #include <iostream>
 
 namespace tavrin::cli {
@@ -22,7 +24,7 @@ void ProgressLine::clear() {
 }
 
 TaskProgress ProgressLine::start(const String& step) {
-    step_ = step.toUtf8();
+    step_ = Str::escapeLine(step).toUtf8();
     shownPercent_ = -1;
     show(0.0f);
     return TaskProgress([this](float fraction) { show(fraction); });

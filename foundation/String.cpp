@@ -2,6 +2,7 @@
 
 #include <utf8.h>
 
+#include <algorithm>
 #include <iterator>
 
 namespace tavrin {
@@ -18,9 +19,18 @@ bool isLowSurrogate(char16_t unit) {
     return unit >= 0xDC00 && unit <= 0xDFFF;
 }
 
+bool isAscii(char16_t unit) {
+    return unit < 0x80;
+}
+
 }  // namespace
 
 String String::fromUtf8(std::string_view utf8) {
+    // The long texts in files hardly ever have other characters, and most short ones have none.
+    std::u16string ascii(utf8.begin(), utf8.end());
+    if (std::ranges::all_of(ascii, isAscii)) {
+        return ascii;
+    }
     const std::string valid = utf8::replace_invalid(utf8, kReplacement);
     std::u16string text;
     text.reserve(valid.size());
@@ -29,6 +39,9 @@ String String::fromUtf8(std::string_view utf8) {
 }
 
 std::string String::toUtf8() const {
+    if (std::ranges::all_of(text_, isAscii)) {
+        return std::string(text_.begin(), text_.end());
+    }
     std::string utf8;
     utf8.reserve(text_.size());
     for (std::size_t i = 0; i < text_.size(); ++i) {

@@ -1,14 +1,39 @@
 #include "foundation/Text.h"
 
+#include <algorithm>
+
 namespace tavrin {
 inline namespace foundation {
 namespace Str {
+namespace {
 
-String escapeFilename(const String& text) {
+/// Control characters of ASCII and Latin-1, separators of lines and paragraphs, and embeddings,
+/// overrides and isolates of directions (Unicode Standard Annex 9).
+bool isControl(char16_t unit) {
+    return unit < 0x20 || (unit >= 0x7F && unit < 0xA0) || (unit >= 0x2028 && unit <= 0x202E) ||
+           (unit >= 0x2066 && unit <= 0x2069);
+}
+
+/// The first characters that take at most so many bytes in UTF-8.
+String cut(const String& text, std::size_t mostBytes) {
+    const std::string utf8 = text.toUtf8();
+    if (utf8.size() <= mostBytes) {
+        return text;
+    }
+    std::size_t size = mostBytes;
+    while (size > 0 && (utf8[size] & 0xC0) == 0x80) {
+        --size;
+    }
+    return String::fromUtf8(std::string_view(utf8).substr(0, size));
+}
+
+}  // namespace
+
+String escapeFilename(const String& text, std::size_t mostBytes) {
     static constexpr std::u16string_view kForbidden = u"<>:\"/\\|?*";
-    std::u16string name(text.view());
+    std::u16string name(cut(text, mostBytes).view());
     for (char16_t& unit : name) {
-        if (unit < 0x20 || unit == 0x7F || kForbidden.find(unit) != kForbidden.npos) {
+        if (isControl(unit) || kForbidden.find(unit) != kForbidden.npos) {
             unit = u'_';
         }
     }
@@ -24,12 +49,13 @@ String escapeFilename(const String& text) {
 
 String escapeControls(const String& text) {
     std::u16string shown(text.view());
-    for (char16_t& unit : shown) {
-        if ((unit < 0x20 && unit != u'\n') || (unit >= 0x7F && unit < 0xA0)) {
-            unit = u'?';
-        }
-    }
+    std::ranges::replace_if(
+        shown, [](char16_t unit) { return isControl(unit) && unit != u'\n'; }, u'?');
     return shown;
+}
+
+String escapeLine(const String& text) {
+    return escapeControls(text).replaced("\n", "?");
 }
 
 String toLowerCase(const String& text) {

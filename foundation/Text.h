@@ -6,12 +6,19 @@ namespace tavrin {
 inline namespace foundation {
 namespace Str {
 
-/// A text that any system accepts as the end of a file name: control characters and the characters
-/// <>:"/\|?* become "_", as do trailing dots and spaces; an empty text becomes "_".
-String escapeFilename(const String& text);
+/// Of a file name with its extension, in bytes of UTF-8.
+inline constexpr std::size_t kLongestFilename = 255;
 
-/// The text for a terminal: control characters but line ends, which could command it, become "?".
+/// A text that any system accepts as the end of a file name: control characters and the characters
+/// <>:"/\|?* become "_", as do trailing dots and spaces; an empty text becomes "_". What is longer
+/// than `mostBytes` in UTF-8 is cut off.
+String escapeFilename(const String& text, std::size_t mostBytes = kLongestFilename);
+
+/// The text for a terminal: control characters but line ends, which could command it, become "?",
+/// as do those that turn the direction of text around.
 String escapeControls(const String& text);
+/// The same for a text that is part of one line: line ends become "?" too.
+String escapeLine(const String& text);
 
 /// The text with the letters A to Z in lower case; others stay.
 String toLowerCase(const String& text);

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <map>
 #include <set>
 
 namespace tavrin::image {
@@ -70,18 +71,34 @@ std::vector<ElementInfo> groupChannels(const ChannelImage& image) {
     return elements;
 }
 
-std::vector<String> getLightSelectNames(const RenderElementInfos& infos) {
-    std::vector<String> names;
+/// The names of light selects with their places in the order of the metadata.
+using LightSelects = std::map<String, std::size_t>;
+
+LightSelects getLightSelects(const RenderElementInfos& infos) {
+    LightSelects lights;
     for (const RenderElementInfo& info : infos) {
         if (info.getData().type == postcore::kLightSelectType) {
-            names.push_back(info.getData().names.elementName);
+            lights.emplace(info.getData().names.elementName, lights.size());
         }
     }
-    return names;
+    return lights;
+}
+
+/// The record of each name that there is one for, as findMatchingElementCoreInfo answers it: a file
+/// may have thousands of elements and records.
+std::map<String, const RenderElementInfo*> indexByName(const RenderElementInfos& infos) {
+    std::map<String, const RenderElementInfo*> index;
+    for (const String& name : {kLightMixInteractive, kBloomGlareInteractive}) {
+        index[name] = findMatchingElementCoreInfo(infos, {name, ElementKind::Unsupported, 0});
+    }
+    for (const RenderElementInfo& info : infos) {
+        index.emplace(info.getData().names.elementName, &info);
+    }
+    return index;
 }
 
 std::uint32_t getColorElementFlags(const String& name, const std::set<String>& elementNames,
-                                   const std::vector<String>& lightSelects) {
+                                   const LightSelects& lightSelects) {
     std::uint32_t flags = 0;
     if (contains(kAuxiliaryColorElements, name) || isDenoisedElementName(name) ||
         isVarianceElementName(name)) {
@@ -92,15 +109,14 @@ std::uint32_t getColorElementFlags(const String& name, const std::set<String>& e
             flags |= kHasDenoisedVariant;
         }
     }
-    if (contains(lightSelects, name)) {
+    if (lightSelects.contains(name)) {
         flags |= kLightSelectElement;
     }
     return flags;
 }
 
 std::uint32_t getFlags(const ElementInfo& element, const RenderElementInfo* info,
-                       const std::set<String>& elementNames,
-                       const std::vector<String>& lightSelects) {
+                       const std::set<String>& elementNames, const LightSelects& lightSelects) {
     std::uint32_t flags = 0;
     const bool isMono = element.kind == ElementKind::Mono;
     if (isMono && (element.name == kWeightsElement || element.name == kImportanceElement)) {
@@ -128,17 +144,20 @@ std::uint32_t getFlags(const ElementInfo& element, const RenderElementInfo* info
 
 /// Sets the flags of all elements and puts light selects first, in the order of the metadata.
 void updateElementFlags(std::vector<ElementInfo>& elements, const RenderElementInfos& infos) {
-    const std::vector<String> lightSelects = getLightSelectNames(infos);
+    const LightSelects lightSelects = getLightSelects(infos);
+    const auto infosByName = indexByName(infos);
     std::set<String> names;
     for (const ElementInfo& element : elements) {
         names.insert(element.name);
     }
     for (ElementInfo& element : elements) {
-        element.flags =
-            getFlags(element, findMatchingElementCoreInfo(infos, element), names, lightSelects);
+        const auto info = infosByName.find(element.name);
+        element.flags = getFlags(element, info != infosByName.end() ? info->second : nullptr, names,
+                                 lightSelects);
     }
     std::ranges::stable_sort(elements, {}, [&lightSelects](const ElementInfo& element) {
-        return std::ranges::find(lightSelects, element.name) - lightSelects.begin();
+        const auto light = lightSelects.find(element.name);
+        return light != lightSelects.end() ? light->second : lightSelects.size();
     });
 }
 

@@ -37,6 +37,9 @@ public:
                 throw Exception("Its header attribute \"" + String::fromUtf8(name) +
                                 "\" is longer than the file.");
             }
+            if (end > kLargestHeader) {
+                throw Exception("Its header has more than 32 MiB.");
+            }
             checkLength(name, type, length);
             if (type == "chlist" && !checkChannels(end)) {
                 throwWrongLength(name);
@@ -46,6 +49,8 @@ public:
     }
 
 private:
+    // More than previews and the lists of a large scene take; texts in it cost time and memory.
+    static constexpr std::uint64_t kLargestHeader = std::uint64_t{32} << 20;
     // What the library accepts for attribute and channel names.
     static constexpr std::size_t kLongestName = 255;
     // Pixel type, linearity with padding, and the two samplings.

@@ -12,8 +12,11 @@
 #include <ImfStandardAttributes.h>
 #include <ImfStringAttribute.h>
 
+#include <algorithm>
 #include <iostream>
+#include <iterator>
 #include <map>
+#include <random>
 #include <string>
 #include <vector>
 
@@ -102,6 +105,28 @@ void writeNoisy(const std::string& file) {
     output.writePixels(kNoisyHeight);
 }
 
+/// Noise that no compression makes small: saving it takes some 100 ms and 5 MB.
+void writeLarge(const std::string& file) {
+    constexpr std::size_t kLargeWidth = 800;
+    constexpr std::size_t kLargeHeight = 600;
+    std::minstd_rand generator(1);
+    std::uniform_real_distribution<float> uniform(0.0f, 2.0f);
+    std::map<std::string, std::vector<float>> planes;
+    Imf::FrameBuffer frameBuffer;
+    for (const char* channel : {"B", "G", "R"}) {
+        std::vector<float>& plane = planes[channel];
+        std::generate_n(std::back_inserter(plane), kLargeWidth * kLargeHeight,
+                        [&] { return uniform(generator); });
+        frameBuffer.insert(channel, Imf::Slice(Imf::FLOAT, reinterpret_cast<char*>(plane.data()),
+                                               sizeof(float), sizeof(float) * kLargeWidth));
+    }
+    Imf::Header header = makeHeader({"B", "G", "R"}, kLargeWidth, kLargeHeight);
+    header.compression() = Imf::NO_COMPRESSION;
+    Imf::OutputFile output(file.c_str(), header);
+    output.setFrameBuffer(frameBuffer);
+    output.writePixels(kLargeHeight);
+}
+
 /// Layers of a renderer that names its beauty in its own way.
 void writeLayers(const std::string& file) {
     const std::vector<std::string> channels = {"View.Combined.B", "View.Combined.G",
@@ -113,6 +138,26 @@ void writeLayers(const std::string& file) {
 void writeClash(const std::string& file) {
     const std::vector<std::string> channels = {"B",     "G",     "R",     "a/b.B", "a/b.G",
                                                "a/b.R", "a:b.B", "a:b.G", "a:b.R"};
+    write(makeHeader(channels), channels, file);
+}
+
+/// Elements whose names lead out of a folder, command a terminal, or are longer than file names.
+void writeNames(const std::string& file) {
+    std::vector<std::string> channels = {"B", "G", "R"};
+    const std::vector<std::string> names = {"../up",
+                                            "/tmp/x",
+                                            "..",
+                                            "a\nb",
+                                            "a\x1b[2J",
+                                            "c\xC2\x9B"
+                                            "1m",
+                                            "bad\xFF",
+                                            std::string(253, 'm')};
+    for (const std::string& name : names) {
+        for (const char* component : {".B", ".G", ".R"}) {
+            channels.push_back(name + component);
+        }
+    }
     write(makeHeader(channels), channels, file);
 }
 
@@ -145,8 +190,10 @@ void writeParts(const std::string& file) {
 
 int main(int argumentCount, char** arguments) {
     static const std::map<std::string, void (*)(const std::string&)> kKinds = {
-        {"render", writeRender},           {"layers", writeLayers}, {"clash", writeClash},
-        {"metadata", writeBrokenMetadata}, {"noisy", writeNoisy},   {"parts", writeParts},
+        {"render", writeRender}, {"layers", writeLayers},
+        {"clash", writeClash},   {"metadata", writeBrokenMetadata},
+        {"noisy", writeNoisy},   {"parts", writeParts},
+        {"names", writeNames},   {"large", writeLarge},
     };
     if (argumentCount != 3 || !kKinds.contains(arguments[1])) {
         std::cerr << "A kind of image and a file are expected.\n";

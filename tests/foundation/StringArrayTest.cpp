@@ -62,6 +62,15 @@ TEST(EscapeFilename, ReplacesWhatSomeSystemForbids) {
     EXPECT_EQ(Str::escapeFilename(""), "_");
     EXPECT_EQ(Str::escapeFilename(".."), "__");
     EXPECT_EQ(Str::escapeFilename("render. ."), "render___");
+    EXPECT_EQ(Str::escapeFilename("abc", 3), "abc");
+    EXPECT_EQ(Str::escapeFilename("ab. c", 3), "ab_");
+    EXPECT_EQ(Str::escapeFilename(u"a\u00E9\U00010000", 6), u"a\u00E9") << "whole characters";
+}
+
+TEST(EscapeLine, LeavesNothingThatCommandsATerminal) {
+    const String text = u"a\nb\x1B[2J\u009B\u202E\u2066\u2028 \u00E9";
+    EXPECT_EQ(Str::escapeControls(text), u"a\nb?[2J???? \u00E9");
+    EXPECT_EQ(Str::escapeLine(text), u"a?b?[2J???? \u00E9");
 }
 
 }  // namespace

@@ -15,6 +15,7 @@
 
 #include <array>
 #include <filesystem>
+#include <limits>
 #include <sstream>
 
 namespace tavrin::image {
@@ -44,13 +45,17 @@ std::string attribute(const std::string& name, const std::string& type, const st
     return name + '\0' + type + '\0' + number(std::uint32_t(value.size())) + value;
 }
 
-/// Changes the promise of the header of a file.
-void setSize(std::string& file, std::uint32_t size) {
-    const std::string box = number(0) + number(0) + number(size - 1) + number(size - 1);
+/// Changes both windows in the header of a file.
+void setBoxes(std::string& file, const std::string& box) {
     for (const std::string name : {"dataWindow", "displayWindow"}) {
         const std::string field = attribute(name, "box2i", box);
         file.replace(file.find(name + '\0'), field.size(), field);
     }
+}
+
+/// Changes the promise of the header of a file.
+void setSize(std::string& file, std::uint32_t size) {
+    setBoxes(file, number(0) + number(0) + number(size - 1) + number(size - 1));
 }
 
 class ExrRefusal : public testing::Test {
@@ -130,6 +135,37 @@ TEST_F(ExrRefusal, OfDamagedHeaders) {
               kPrefix + "Its header is damaged: a name does not end.");
     EXPECT_EQ(refusalWith("note" + std::string(1, '\0') + "string" + '\0' + number(0xFFFFFFFF)),
               kPrefix + "Its header attribute \"note\" is longer than the file.");
+    EXPECT_EQ(refusalWith(attribute("note", "string", std::string(32 << 20, 'x'))),
+              kPrefix + "Its header has more than 32 MiB.");
+}
+
+/// Where sums and products of the numbers in a header overflow.
+TEST_F(ExrRefusal, OfExtremeNumbers) {
+    constexpr auto kLeast = std::numeric_limits<std::int32_t>::min();
+    constexpr auto kMost = std::numeric_limits<std::int32_t>::max();
+    const std::string window = kPrefix + "Invalid display window in image header.";
+    const std::array<std::int32_t, 4> boxes[] = {
+        {kLeast, kLeast, kMost, kMost}, {kMost, kMost, kMost, kMost},
+        {kLeast, 0, kLeast, 0},         {0, 0, kMost, 0},
+        {0, kLeast, 0, kMost},          {kLeast / 2, 0, 0, 0}};
+    for (const auto& box : boxes) {
+        std::string value;
+        for (const std::int32_t coordinate : box) {
+            value += number(std::uint32_t(coordinate));
+        }
+        std::string bytes = getBytes({});
+        setBoxes(bytes, value);
+        EXPECT_EQ(refusalOf(bytes), window) << testing::PrintToString(box);
+    }
+    for (const auto& [size, message] :
+         {std::pair{0u, "operate with image file \"FILE\". Invalid tile size in image header."},
+          {1u << 31, "operate with image file \"FILE\". Invalid tile size in image header."},
+          {(1u << 31) - 1, "open image file \"FILE\". Tile size too large for OpenEXR format."}}) {
+        std::string bytes = getBytes({.tiles = {8, 8}});
+        const std::string start = std::string("tiledesc") + '\0' + number(9);
+        bytes.replace(bytes.find(start) + start.size(), 8, number(size) + number(size));
+        EXPECT_EQ(refusalOf(bytes), std::string("Cannot ") + message) << size;
+    }
 }
 
 /// The library would go on reading within the value of such an attribute, or behind it.
