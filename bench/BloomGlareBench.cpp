@@ -122,7 +122,7 @@ void bloomGlare(benchmark::State& state, Pixel size, float bloom, float glare, b
     BENCHMARK_CAPTURE(bloomGlare, name, __VA_ARGS__) \
         ->UseManualTime()                            \
         ->Unit(benchmark::kMillisecond)              \
-        ->Iterations(5)
+        ->Iterations(getPairCount(5))
 
 TAVRIN_BLOOM_GLARE_BENCH(both_full_hd, kFullHd, 0.2f, 0.2f, false, News::All);
 TAVRIN_BLOOM_GLARE_BENCH(both_4k, k4K, 0.2f, 0.2f, false, News::All);

@@ -184,11 +184,11 @@ void neural(benchmark::State& state, bool isFirst) {
 BENCHMARK_CAPTURE(neural, further_elements, false)
     ->UseManualTime()
     ->Unit(benchmark::kMillisecond)
-    ->Iterations(kPairs);
+    ->Iterations(getPairCount(kPairs));
 BENCHMARK_CAPTURE(neural, first_element, true)
     ->UseManualTime()
     ->Unit(benchmark::kMillisecond)
-    ->Iterations(kPairs);
+    ->Iterations(getPairCount(kPairs));
 
 }  // namespace
 }  // namespace tavrin::bench

@@ -150,9 +150,9 @@ void registerBenchmarks(const std::string& file) {
     };
     // First, as memory that others have given back would hide what loading takes.
     add("load_memory/", benchLoadMemory)->Iterations(1);
-    add("load/", benchLoad)->Iterations(7);
-    add("save/", benchSave)->Iterations(5);
-    add("region/", benchRegion)->Iterations(41);
+    add("load/", benchLoad)->Iterations(getPairCount(7));
+    add("save/", benchSave)->Iterations(getPairCount(5));
+    add("region/", benchRegion)->Iterations(getPairCount(41));
 }
 
 }  // namespace

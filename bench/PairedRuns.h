@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <cstdlib>
 #include <type_traits>
 #include <vector>
 
@@ -32,6 +33,12 @@ double getSeconds(const Work& work) {
         benchmark::DoNotOptimize(&result);
         return seconds;
     }
+}
+
+/// How many pairs to run: a quarter of `count` where the environment asks for quick results.
+inline int getPairCount(int count) {
+    constexpr int kLeast = 3;
+    return std::getenv("TAVRIN_BENCH_QUICK") == nullptr ? count : std::max(count / 4, kLeast);
 }
 
 /// Runs our work and a baseline in turns, so that both meet the same moods of the machine, and

@@ -297,9 +297,9 @@ void registerBenchmarks(const std::vector<std::string>& parts) {
         return benchmark::RegisterBenchmark(name.c_str(), function, arguments...)
             ->UseManualTime()
             ->Unit(benchmark::kMillisecond)
-            ->Iterations(kPairs);
+            ->Iterations(getPairCount(kPairs));
     };
-    add("merge", merge, parts)->Iterations(7);
+    add("merge", merge, parts)->Iterations(getPairCount(7));
     add("lightMix", lightMix);
     add("view/scale:1", view, kBeauty, 1.0f);
     add("view/scale:2", view, kBeauty, 2.0f);

@@ -122,7 +122,7 @@ void sharpening(benchmark::State& state, float amount, float sharpenRadius, floa
     BENCHMARK_CAPTURE(sharpening, name, __VA_ARGS__) \
         ->UseManualTime()                            \
         ->Unit(benchmark::kMillisecond)              \
-        ->Iterations(kPairs)
+        ->Iterations(getPairCount(kPairs))
 
 TAVRIN_SHARPENING_BENCH(sharpen_default, 1.0f, 0.5f, 0.0f);
 TAVRIN_SHARPENING_BENCH(sharpen_3, 1.0f, 3.0f, 0.0f);
