@@ -6,7 +6,7 @@
 // temporary folder first. The other rows work on images that exist only in memory.
 
 #include "base/pipeline/Completion.h"
-#include "base/pipeline/DisplayChain.h"
+#include "base/pipeline/Performer.h"
 #include "bench/BenchImages.h"
 #include "bench/DisplayPieces.h"
 #include "bench/FileBenchmarks.h"
@@ -84,7 +84,7 @@ private:
 
 public:
     colorkit::ColorMapping colorMapping;
-    pipeline::DisplayChain operators{*settings_, colorMapping};
+    pipeline::Performer operators{*settings_, colorMapping};
 
 private:
     pipeline::Completion loaded_{operators.load};

@@ -26,13 +26,34 @@ String describe(const std::vector<Path>& inputs) {
                : "Merging " + String::fromUtf8(std::to_string(inputs.size())) + " images";
 }
 
+/// Auxiliary elements are data, but for the denoised variants, which are images.
+bool isData(const image::ElementInfo& element) {
+    return element.has(image::kAuxiliaryElement) && !image::isDenoisedElementName(element.name);
+}
+
+/// Keeps what makes pictures of colours away from data: they are saved with the values they have.
+void protectData(pipeline::LoadOperator& load) {
+    for (const image::ElementFlag flag :
+         {image::kNoColorMapping, image::kNoBloom, image::kNoGlare, image::kNoSharpenBlur}) {
+        std::vector<String> names;
+        for (const image::ElementInfo& element : load.getElements()) {
+            if (element.has(flag) || isData(element)) {
+                names.push_back(element.name);
+            }
+        }
+        load.setElementsFlag(flag, names);
+    }
+}
+
 }  // namespace
 
-void openImages(const Options& options, ImageContent content, pipeline::DisplayChain& chain,
+void openImages(const Options& options, ImageContent content, pipeline::Performer& performer,
                 ProgressLine& progress, WarningPrinter& warnings) {
-    pipeline::LoadOperator& load = chain.load;
-    // From the thread of the operator while this one waits, and from this one later.
-    load.onWarning = [&warnings](const String& text) { warnings.print(text); };
+    pipeline::LoadOperator& load = performer.load;
+    // From the thread of an operator while this one waits, and from this one later.
+    const auto print = [&warnings](const String& text) { warnings.print(text); };
+    load.onWarning = print;
+    performer.denoise.onWarning = print;
     if (options.inputs.empty()) {
         load.updateSettings(settings::allPropertyIds());
         return;
@@ -50,6 +71,7 @@ void openImages(const Options& options, ImageContent content, pipeline::DisplayC
     if (!result) {
         throw Exception(result.error());
     }
+    protectData(load);
 }
 
 }  // namespace tavrin::cli

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "base/pipeline/DisplayChain.h"
+#include "base/pipeline/Performer.h"
 #include "cli/CommandLine.h"
 #include "cli/ProgressLine.h"
 #include "cli/WarningPrinter.h"
@@ -14,9 +14,9 @@ enum class ImageContent {
 };
 
 /// Opens the images of the command line, several by merging them, and applies the settings that
-/// they bring; without any, the defaults. The chain tells warnings to `warnings`, which lives as
-/// long. Throws an Exception.
-void openImages(const Options& options, ImageContent content, pipeline::DisplayChain& chain,
+/// they bring; without any, the defaults. The performer tells warnings to `warnings`, which lives
+/// as long. Throws an Exception.
+void openImages(const Options& options, ImageContent content, pipeline::Performer& performer,
                 ProgressLine& progress, WarningPrinter& warnings);
 
 }  // namespace tavrin::cli

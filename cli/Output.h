@@ -1,6 +1,6 @@
 #pragma once
 
-#include "base/pipeline/DisplayChain.h"
+#include "base/pipeline/Performer.h"
 #include "cli/CommandLine.h"
 #include "cli/ProgressLine.h"
 #include "foundation/Optional.h"
@@ -13,7 +13,7 @@ namespace tavrin::cli {
 struct Output {
     std::vector<Path> inputs;
     Path path;
-    Optional<imageio::ImageFormat> format;  ///< nothing: the whole image as TXR
+    Optional<imageio::ImageFormat> format;  ///< nothing: TXR
     imageio::ImageSaveSettings settings;
     String element;  ///< display name, or "*"
 };
@@ -22,10 +22,8 @@ struct Output {
 /// and an output that would overwrite an input.
 Output planOutput(const Options& options);
 
-/// Saves the image with these settings, or pictures of its elements. Throws an Exception.
-void saveOutput(const Output& output, pipeline::DisplayChain& chain,
-                const settings::Settings& settings, const colorkit::ColorMapping& colorMapping,
-                ProgressLine& progress);
+/// Saves the image, one of its elements, or pictures of its elements. Throws an Exception.
+void saveOutput(const Output& output, pipeline::Performer& performer, ProgressLine& progress);
 
 /// Throws a UsageError when saving to the file would overwrite an image that is opened.
 void checkInputsAreKept(const Options& options, const Path& file);

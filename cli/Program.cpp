@@ -1,7 +1,7 @@
 #include "cli/Program.h"
 
 #include "base/image/ExrInfo.h"
-#include "base/pipeline/DisplayChain.h"
+#include "base/pipeline/Performer.h"
 #include "cli/AperturePictures.h"
 #include "cli/Denoising.h"
 #include "cli/FormatList.h"
@@ -63,8 +63,8 @@ void printRequestedLists(const Options& options) {
     }
 }
 
-void printElementNames(const pipeline::DisplayChain& chain) {
-    for (const image::ElementInfo& element : chain.zoom.getElements()) {
+void printElementNames(const pipeline::Performer& performer) {
+    for (const image::ElementInfo& element : performer.zoom.getElements()) {
         if (isSupported(element)) {
             const String name = image::getDisplayName(element.name);
             std::cout << Str::escapeLine(name).toUtf8() << '\n';
@@ -84,17 +84,17 @@ void processImages(const Options& options, const Optional<Output>& output,
                    ProgressLine& progress) {
     settings::Settings settings;
     colorkit::ColorMapping colorMapping;
-    pipeline::DisplayChain chain(settings, colorMapping);
+    pipeline::Performer performer(settings, colorMapping);
     const bool needsPixels = output || options.inputs.size() > 1;
-    openImages(options, needsPixels ? ImageContent::Pixels : ImageContent::Header, chain, progress,
-               warnings);
+    openImages(options, needsPixels ? ImageContent::Pixels : ImageContent::Header, performer,
+               progress, warnings);
     if (options.listElements) {
-        printElementNames(chain);
+        printElementNames(performer);
         flushOutput();
     }
     sources.apply(settings, colorMapping);
     if (options.denoise && output) {
-        denoise(options, *output, chain, settings, progress);
+        denoise(options, *output, performer, settings, progress);
     }
     if (!options.saveSettings.isEmpty()) {
         saveSettings(options.saveSettings, settings, colorMapping);
@@ -103,7 +103,7 @@ void processImages(const Options& options, const Optional<Output>& output,
         saveAperturePictures(options.aperture, settings, progress);
     }
     if (output) {
-        saveOutput(*output, chain, settings, colorMapping, progress);
+        saveOutput(*output, performer, progress);
     }
 }
 

@@ -1,6 +1,7 @@
 #include "foundation/LoopQueue.h"
 
 #include "foundation/ThreadSanitizer.h"
+#include "foundation/platform/Thread.h"
 
 #include <algorithm>
 
@@ -10,6 +11,15 @@ namespace {
 
 constexpr int kThreads = tbb::task_arena::automatic;
 constexpr unsigned kReservedForCallers = 1;
+
+/// Of a thread of the pool. Does nothing most of the time.
+void takeOnPriority(int priority) {
+    thread_local int current = 0;
+    if (priority != current) {
+        platform::setThreadPriority(priority);
+        current = priority;
+    }
+}
 
 }  // namespace
 
@@ -41,6 +51,7 @@ void LoopQueue::requestHelp() {
 }
 
 void LoopQueue::help() noexcept {
+    takeOnPriority(threadsPriority_);
     std::unique_lock lock(mutex_);
     if (wanted_.empty()) {
         return;

@@ -4,6 +4,7 @@
 
 #include <tbb/task_arena.h>
 
+#include <atomic>
 #include <condition_variable>
 #include <deque>
 #include <mutex>
@@ -22,6 +23,9 @@ public:
     /// Works on the loop, with up to so many threads of the pool, until it has ended.
     void run(ParallelLoop& loop, std::int64_t helpers);
 
+    /// What the pool's threads take on before they help.
+    void setThreadsPriority(int priority) { threadsPriority_ = priority; }
+
 private:
     struct Job {
         ParallelLoop& loop;
@@ -32,6 +36,7 @@ private:
     void help() noexcept;
 
     tbb::task_arena arena_;
+    std::atomic<int> threadsPriority_ = 0;
     std::mutex mutex_;
     std::condition_variable helpersDone_;
     std::deque<Job*> wanted_;  // one entry for each helper that is still wanted, guarded by mutex_

@@ -71,6 +71,12 @@ int Scheduler::getThreadCount() {
     return static_cast<int>(std::clamp<std::size_t>(allowed, 1, processors));
 }
 
+void Scheduler::setWorkerThreadsPriority(int priority) {
+    for (LoopQueue* queue : {&queues_->background, &queues_->normal, &queues_->interactive}) {
+        queue->setThreadsPriority(priority);
+    }
+}
+
 void Scheduler::parallelFor(std::int64_t begin, std::int64_t end, TaskPriority priority,
                             const Function<void(std::int64_t)>& body) {
     parallelForRanges(begin, end, 1, priority, [&body](std::int64_t from, std::int64_t to) {

@@ -38,6 +38,11 @@ public:
                            TaskPriority priority,
                            const Function<void(std::int64_t, std::int64_t)>& body);
 
+    /// How much of a busy processor the pool's threads get beside other threads when they work for
+    /// this instance, from their next loop on; see platform::setThreadPriority. The threads are
+    /// those of all instances: what is lowered for one counts for the others afterwards.
+    void setWorkerThreadsPriority(int priority);
+
     Scheduler(const Scheduler&) = delete;
     Scheduler& operator=(const Scheduler&) = delete;
     ~Scheduler();

@@ -147,25 +147,26 @@ private:
 };
 
 /// A bitmap with alpha in the fourth float as the pixels of a picture; it outlives the iterator.
-/// The template argument is the order of the bitmap's rows: 0, top to bottom.
-template <int rowOrder>
+/// The first template argument is the order of the bitmap's rows: 0, top to bottom. Colours of the
+/// pipeline are Rgb, which carry alpha too.
+template <int rowOrder, class P = Rgba>
 class RgbaImageIterator;
 
-template <>
-class RgbaImageIterator<0> final : public imageio::IImageIterator {
+template <class P>
+class RgbaImageIterator<0, P> final : public imageio::IImageIterator {
 public:
-    explicit RgbaImageIterator(const BitmapImpl<Rgba>& bitmap) : bitmap_(bitmap) {}
+    explicit RgbaImageIterator(const BitmapImpl<P>& bitmap) : bitmap_(bitmap) {}
 
     Pixel getSize() const override { return bitmap_.getSize(); }
     Rgb getPixel(Pixel position, float& alpha) const override {
-        const Rgba& pixel = bitmap_.at(position.x, position.y);
+        const P& pixel = bitmap_.at(position.x, position.y);
         alpha = pixel.a;
         return {pixel.r, pixel.g, pixel.b, pixel.a};
     }
     bool hasAlpha() const override { return true; }
 
 private:
-    const BitmapImpl<Rgba>& bitmap_;
+    const BitmapImpl<P>& bitmap_;
 };
 
 }  // namespace tavrin::image

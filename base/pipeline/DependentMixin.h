@@ -42,6 +42,14 @@ protected:
         return isReady(request, index) ? Base::forwardMono(input(index), request) : std::nullopt;
     }
 
+    /// The same for requests of the operator's own, which nobody has checked.
+    Optional<BitmapImpl<Rgb>> pullRgb(const IOperator::Request& request, int index = 0) const {
+        return isReady(request, index) ? input(index).provideRgbRegion(request) : std::nullopt;
+    }
+    Optional<BitmapImpl<float>> pullMono(const IOperator::Request& request, int index = 0) const {
+        return isReady(request, index) ? input(index).provideMonoRegion(request) : std::nullopt;
+    }
+
     Optional<BitmapImpl<float>> computeMonoRegion(const IOperator::Request& request) override {
         return requestMono(request);
     }

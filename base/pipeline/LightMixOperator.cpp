@@ -20,8 +20,9 @@ using image::RegionRows;
 // still in the cache of the processor when it is added.
 constexpr int kPixelsPerPart = 16384;
 
+/// Denoised variants of lights, which are auxiliary, say that they are lights too.
 bool isLight(const ElementInfo& element) {
-    return element.has(image::kLightSelectElement);
+    return element.has(image::kLightSelectElement) && !element.has(image::kAuxiliaryElement);
 }
 
 Spectrum getMultiplier(const Vec3& color, float intensity) {

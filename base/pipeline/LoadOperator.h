@@ -42,8 +42,6 @@ public:
     /// everything stale that has been computed from the image.
     void setElementsFlag(image::ElementFlag flag, const std::vector<String>& names);
 
-    /// The image as it is, which nobody changes any more; null while none is loaded.
-    SharedPtr<const image::ChannelImage> getImage() const;
     std::vector<Path> getLoadedPaths() const;
     /// One for each image that was merged; empty after loading a single file.
     std::vector<image::Weight> getLoadedWeights() const;
@@ -57,6 +55,7 @@ public:
 
     Optional<postcore::RenderElementInfo> getElementInfo(const String& element) const override;
     postcore::CameraData getCameraData() const override;
+    SharedPtr<const image::ChannelImage> getImage() const override;
 
 private:
     /// What was asked for.

@@ -1,6 +1,8 @@
 #include "foundation/platform/Thread.h"
 
 #include <pthread.h>
+#include <sys/resource.h>
+#include <unistd.h>
 
 #include <string>
 
@@ -25,6 +27,12 @@ void setThreadName(const String& name) {
 
 const String& getThreadName() {
     return threadName;
+}
+
+void setThreadPriority(int priority) {
+    // Of a thread and not of the process, other than POSIX has it. Without the right to raise it,
+    // it stays.
+    setpriority(PRIO_PROCESS, static_cast<id_t>(gettid()), -priority);
 }
 
 }  // namespace platform

@@ -12,6 +12,10 @@ void setThreadName(const String& name);
 /// The name that the calling thread has been given; empty without one.
 const String& getThreadName();
 
+/// How much of a busy processor the calling thread gets beside others: 0 is what threads begin
+/// with, lower numbers give less. What has been lowered may not be raised again.
+void setThreadPriority(int priority);
+
 }  // namespace platform
 }  // namespace foundation
 }  // namespace tavrin

@@ -43,7 +43,7 @@ protected:
     }
 
     TestChain test_;
-    DisplayChain& chain_ = test_.chain;
+    Performer& chain_ = test_.chain;
     const Bucket whole_ = windowOf(40, 30);
 };
 

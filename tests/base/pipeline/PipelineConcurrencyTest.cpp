@@ -121,7 +121,7 @@ TEST(PipelineConcurrency, AnOperatorEndsAfterTheLoadThatGoesOn) {
     settings::Settings settings;
     colorkit::ColorMapping colorMapping;
     {
-        DisplayChain chain(settings, colorMapping);
+        Performer chain(settings, colorMapping);
         chain.load.setLoader([&](const Path& path) {
             EXPECT_EQ(path.native(), "a") << "the pending load is dropped";
             started.release();
@@ -144,7 +144,7 @@ TEST(PipelineConcurrency, LoadsThatAreAskedForDuringALoadBecomeOne) {
     std::counting_semaphore<> ended(0);
     settings::Settings settings;
     colorkit::ColorMapping colorMapping;
-    DisplayChain chain(settings, colorMapping);
+    Performer chain(settings, colorMapping);
     chain.load.setLoader([&](const Path&) {
         ++loads;
         started.release();

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "base/pipeline/Completion.h"
-#include "base/pipeline/DisplayChain.h"
+#include "base/pipeline/Performer.h"
 
 #include <map>
 #include <mutex>
@@ -46,7 +46,7 @@ private:
 
 public:
     colorkit::ColorMapping colorMapping;
-    DisplayChain chain{*settings_, colorMapping};
+    Performer chain{*settings_, colorMapping};
     Completion loaded{chain.load};
 };
 

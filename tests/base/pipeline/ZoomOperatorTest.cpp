@@ -13,7 +13,7 @@ protected:
     }
 
     TestChain test_;
-    DisplayChain& chain_ = test_.chain;
+    Performer& chain_ = test_.chain;
     const Bucket region_ = {3, 2, 13, 8};
 };
 

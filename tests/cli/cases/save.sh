@@ -9,6 +9,11 @@ mkdir all
 try in.exr -o all/shot.png --element '*'
 try in.exr -o copy.txr
 try copy.txr --list-elements
+try copy.txr -o again.png
+cmp beauty.png again.png
+try in.exr -o key.txr --element Key
+try key.txr --list-elements
+try in.exr -o none.txr --element Nothing
 image clash clash.exr
 try clash.exr -o all/clash.png --element '*'
 ls . all

@@ -20,7 +20,6 @@ try in.exr -o out.png --format-option bitdepth=7
 try in.exr -o out.png --format-option shine=1
 try in.exr -o out.png --format-option bitdepth
 try in.exr -o out.txr --format-option bitdepth=16
-try in.exr -o out.txr --element Key
 try in.exr -o out.txr --save-settings out.txr
 try in.exr -o out.png --set 'lightMixIntensity=1,nan'
 try in.exr -o out.png --set 'lightMixColor=1 inf 1'

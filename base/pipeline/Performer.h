@@ -9,16 +9,23 @@
 #include "base/pipeline/LightMixOperator.h"
 #include "base/pipeline/LoadOperator.h"
 #include "base/pipeline/MonoToColorOperator.h"
+#include "base/pipeline/SaveSeparateOperator.h"
+#include "base/pipeline/SaveTxrOperator.h"
+#include "base/pipeline/SaveTxrOperatorCli.h"
 #include "base/pipeline/SharpenBlurOperator.h"
 #include "base/pipeline/ZoomOperator.h"
 
 namespace tavrin::pipeline {
 
-/// The operators from the file to the picture, each the input of the next. The settings and the
-/// colour mapping outlive them.
-struct DisplayChain {
-    DisplayChain(settings::Settings& settings, colorkit::ColorMapping& colorMapping);
+/// Owns one operator of each kind and wires them, once and for all: the display chain from the file
+/// to the picture, and the operators that save. What varies is which element is asked for and what
+/// the settings say. Made and destroyed by one thread; the settings and the colour mapping outlive
+/// it. Its end waits for the computations that run.
+class Performer {
+public:
+    Performer(settings::Settings& settings, colorkit::ColorMapping& colorMapping);
 
+    // Each reads only from those above it, so that the readers end first.
     LoadOperator load;
     DenoiseOperator denoise;
     BlendDenoisedOperator blendDenoised;
@@ -29,7 +36,10 @@ struct DisplayChain {
     ColorMapOperator colorMap;
     SharpenBlurOperator sharpenBlur;
     MonoToColorOperator monoToColor;
-    ZoomOperator zoom;
+    ZoomOperator zoom;  ///< what is shown
+    SaveTxrOperator saveTxr;
+    SaveTxrOperatorCli saveTxrCli;
+    SaveSeparateOperator saveSeparate;
 };
 
 }  // namespace tavrin::pipeline

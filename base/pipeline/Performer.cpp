@@ -1,8 +1,16 @@
-#include "base/pipeline/DisplayChain.h"
+#include "base/pipeline/Performer.h"
+
+#include "foundation/Scheduler.h"
 
 namespace tavrin::pipeline {
+namespace {
 
-DisplayChain::DisplayChain(settings::Settings& settings, colorkit::ColorMapping& colorMapping) {
+// Below the thread of a window, which stays responsive while all processors compute.
+constexpr int kWorkerThreadsPriority = -2;
+
+}  // namespace
+
+Performer::Performer(settings::Settings& settings, colorkit::ColorMapping& colorMapping) {
     load.setSettings(settings);
     load.setColorMapping(colorMapping);
     denoise.setInput(load);
@@ -27,7 +35,19 @@ DisplayChain::DisplayChain(settings::Settings& settings, colorkit::ColorMapping&
     sharpenBlur.setSettings(settings);
     monoToColor.setInput(sharpenBlur);
     zoom.setInput(monoToColor);
+    const auto wireTxrSaving = [&](TxrSaving& op) {
+        op.setInput(load, 0);
+        op.setInput(denoise, 1);
+        op.setSettings(settings);
+        op.setColorMapping(colorMapping);
+        op.setImageInfoProvider(load);
+    };
+    wireTxrSaving(saveTxr);
+    wireTxrSaving(saveTxrCli);
+    saveSeparate.setInput(zoom);
+
     colorMap.updateColorMappingContext();
+    Scheduler::highPriorityInstance().setWorkerThreadsPriority(kWorkerThreadsPriority);
 }
 
 }  // namespace tavrin::pipeline
