@@ -160,14 +160,16 @@ void addOptions(CLI::App& app, RawArguments& raw, Options& options) {
     app.add_option("IMAGE", raw.inputs,
                    "The TXR or OpenEXR image to open; several of the same frame are merged")
         ->type_name(" ");
-    app.add_option("-o,--output", raw.output,
-                   "File to save: .txr holds the image, to be opened and edited again, any other known "
-                   "extension a picture")
+    app.add_option(
+           "-o,--output", raw.output,
+           "File to save: .txr holds the image, to be opened and edited again, any other known "
+           "extension a picture")
         ->type_name("FILE");
-    app.add_option("--element", raw.element,
-                   "Element to save, by its name in --list-elements; without this option BEAUTY as a "
-                   "picture, all elements as .txr; '*' saves every image element, pictures each "
-                   "to a file of its own")
+    app.add_option(
+           "--element", raw.element,
+           "Element to save, by its name in --list-elements; without this option BEAUTY as a "
+           "picture, all elements as .txr; '*' saves every image element, pictures each "
+           "to a file of its own")
         ->type_name("NAME");
     app.add_option("--format-option", raw.formatOptions,
                    "A choice of the picture's format, such as bitdepth=16; see --list-formats; "

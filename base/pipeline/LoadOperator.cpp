@@ -89,10 +89,10 @@ void LoadOperator::updateSettings(const std::vector<int>& ids) {
 }
 
 void LoadOperator::setElementsFlag(image::ElementFlag flag, const std::vector<String>& names) {
+    const std::set<String> named(names.begin(), names.end());
     const std::lock_guard lock(resultMutex_);
     for (ElementInfo& element : loaded_.elements) {
-        const bool isNamed = std::ranges::find(names, element.name) != names.end();
-        element.flags = isNamed ? element.flags | flag : element.flags & ~flag;
+        element.flags = named.contains(element.name) ? element.flags | flag : element.flags & ~flag;
     }
     if (loaded_.image) {
         loaded_.revision = makeRevision(loaded_.revision);

@@ -10,6 +10,7 @@
 #include "services/postcore/LegacyToneMapping.h"
 
 #include <algorithm>
+#include <set>
 #include <vector>
 
 namespace tavrin::pipeline {
@@ -55,15 +56,15 @@ void copyRest(const ChannelImage& source, ChannelImage& target) {
             target.setAttribute(attribute->clone());
         }
     }
-    const std::vector<ElementInfo> elements = source.getElements();
+    std::set<String> unsupported;
+    for (const ElementInfo& element : source.getElements()) {
+        if (element.kind == ElementKind::Unsupported) {
+            unsupported.insert(element.name);
+        }
+    }
     for (const auto& [name, channel] : source.getChannels()) {
-        const String element = image::splitChannelName(name).element;
-        const bool isOfKnownElement =
-            source.hasChannel<float>(name) &&
-            std::ranges::none_of(elements, [&element](const ElementInfo& info) {
-                return info.name == element && info.kind == ElementKind::Unsupported;
-            });
-        if (!isOfKnownElement) {
+        if (!source.hasChannel<float>(name) ||
+            unsupported.contains(image::splitChannelName(name).element)) {
             target.setChannel(channel->clone());
         }
     }
