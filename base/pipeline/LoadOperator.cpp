@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <set>
 
 namespace tavrin::pipeline {
 namespace {
