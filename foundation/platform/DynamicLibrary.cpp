@@ -27,8 +27,12 @@ void* DynamicLibrary::getSymbol(const char* name) const {
     return address;
 }
 
+Path getProgramFile() {
+    return Path(std::filesystem::read_symlink("/proc/self/exe"));
+}
+
 Path getProgramFolder() {
-    return Path(std::filesystem::read_symlink("/proc/self/exe")).parent();
+    return getProgramFile().parent();
 }
 
 Path findModule(const String& name) {

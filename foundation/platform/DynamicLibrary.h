@@ -22,7 +22,9 @@ private:
     void* handle_;
 };
 
-/// The folder of the running program's file.
+/// The running program's file.
+Path getProgramFile();
+/// Its folder.
 Path getProgramFolder();
 
 /// Where a module of ours is, beside the running program as it is installed or as it is built. The
