@@ -7,13 +7,11 @@
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
-#include <iostream>
 #include <map>
+#include <ranges>
 
 namespace tavrin::cli {
 namespace {
-
-constexpr int kMostThreads = 1024;
 
 constexpr const char* kDescription =
     "Post-processes finished renders: opens a multi-layer TXR or OpenEXR image, or merges several "
@@ -30,6 +28,9 @@ constexpr const char* kFooter =
     "      --set lightMixEnabled=true,false\n"
     "  tavrin-cli render.txr -o render.png --settings mine.tvpost --set bloomIntensity=0.5\n"
     "  tavrin-cli --aperture aperture.png --set glareStreakCount=8\n"
+    "  tavrin-cli batch shots.json\n"
+    "\n"
+    "tavrin-cli batch processes a list of jobs; its --help tells more.\n"
     "\n"
     "Exit codes: 0 done; 1 the work failed; 2 the command line is wrong.";
 
@@ -48,7 +49,6 @@ struct RawArguments {
     std::vector<std::string> assignments;
     bool noToneMapping = false;
     std::string denoise;
-    std::string progress = "auto";
 };
 
 /// The modes of --denoise.
@@ -58,19 +58,6 @@ const std::map<std::string, postcore::DenoisingMode> kDenoisingModes = {
     {"quality", postcore::DenoisingMode::HighQuality},
     {"neural", postcore::DenoisingMode::IntelAi},
 };
-
-ProgressMode toProgressMode(const std::string& argument) {
-    if (argument == "auto") {
-        return ProgressMode::Auto;
-    }
-    return argument == "always" ? ProgressMode::Always : ProgressMode::Never;
-}
-
-/// The parser's messages, as sentences.
-String toSentence(const std::string& message) {
-    const String text = String::fromUtf8(message).trimmed();
-    return text.endsWith(".") ? text : text + ".";
-}
 
 /// The system's own bytes are kept, so that any existing file can be named.
 Path toPath(const std::string& argument) {
@@ -136,12 +123,14 @@ void addSettingsOptions(CLI::App& app, RawArguments& raw) {
                    "Value of a property, by its name or id in --list-properties; repeatable")
         ->type_name("NAME=VALUE")
         ->allow_extra_args(false);
-    app.add_option("--denoise", raw.denoise,
+    std::vector<std::string> modes;
+    std::ranges::copy(std::views::keys(kDenoisingModes), std::back_inserter(modes));
+    setChoices(*app.add_option(
+                   "--denoise", raw.denoise,
                    "Denoise what is saved: auto (the best mode for the image), fireflies (only "
                    "isolated bright pixels), quality (guided by variances and features), neural "
-                   "(a trained network)")
-        ->type_name("MODE")
-        ->check(CLI::IsMember(kDenoisingModes).description(""));
+                   "(a trained network)"),
+               modes);
     app.add_flag("--no-tone-mapping", raw.noToneMapping,
                  "Map colours only by the display's encoding; negative values become 0");
     app.add_option("--save-settings", raw.saveSettings,
@@ -156,7 +145,8 @@ void addApertureOption(CLI::App& app, RawArguments& raw) {
         ->type_name("FILE");
 }
 
-void addOptions(CLI::App& app, RawArguments& raw, Options& options) {
+/// The options that say what is to be done with images, but for lists.
+void addWorkOptions(CLI::App& app, RawArguments& raw) {
     app.add_option("IMAGE", raw.inputs,
                    "The TXR or OpenEXR image to open; several of the same frame are merged")
         ->type_name(" ");
@@ -183,6 +173,9 @@ void addOptions(CLI::App& app, RawArguments& raw, Options& options) {
         ->type_name("W[,W...]");
     addSettingsOptions(app, raw);
     addApertureOption(app, raw);
+}
+
+void addListOptions(CLI::App& app, Options& options) {
     app.add_flag("--info", options.info,
                  "Print the windows, elements, channels, attributes and statistics of the image");
     app.add_flag("--json", options.json, "Print --info or --list-properties as JSON");
@@ -196,18 +189,15 @@ void addOptions(CLI::App& app, RawArguments& raw, Options& options) {
                  "Print the names of the tone-mapping presets that come with the program");
     app.add_flag("--list-properties", options.listProperties,
                  "Print the properties that --set takes");
-    app.add_option("--threads", options.threads,
-                   "How many threads may work; one per processor without this option")
-        ->type_name("N")
-        ->check(CLI::Range(1, kMostThreads).description(""));
-    app.add_flag("--quiet", options.quiet, "Print neither warnings nor progress");
-    app.add_option("--progress", raw.progress,
-                   "When to show progress on standard error: auto (on a terminal), always, never")
-        ->type_name("WHEN")
-        ->check(CLI::IsMember({"auto", "always", "never"}).description(""));
-    app.set_version_flag("--version", std::string("tavrin-cli ") + TAVRIN_VERSION,
-                         "Print the version");
-    app.set_help_flag("-h,--help", "Print this text");
+}
+
+void setUp(CLI::App& app, RawArguments& raw, Options& options) {
+    app.name("tavrin-cli");
+    app.description(kDescription);
+    app.footer(kFooter);
+    addWorkOptions(app, raw);
+    addListOptions(app, options);
+    addProgramOptions(app, options.threads, options.quiet, options.progress);
 }
 
 void check(const Options& options) {
@@ -261,21 +251,12 @@ void check(const Options& options) {
 }  // namespace
 
 Optional<Options> parseCommandLine(int argumentCount, const char* const* arguments) {
-    CLI::App app(kDescription, "tavrin-cli");
-    app.footer(kFooter);
+    CLI::App app;
     RawArguments raw;
     Options options;
-    addOptions(app, raw, options);
-    try {
-        app.parse(argumentCount, arguments);
-    } catch (const CLI::Success& request) {
-        app.exit(request, std::cout, std::cerr);
-        if (!std::cout.flush()) {
-            throw Exception("Standard output cannot be written.");
-        }
+    setUp(app, raw, options);
+    if (!parseArguments(app, argumentCount, arguments)) {
         return {};
-    } catch (const CLI::ParseError& error) {
-        throw UsageError(toSentence(error.what()));
     }
     std::ranges::transform(raw.inputs, std::back_inserter(options.inputs), toPath);
     if (app.count("--weights") != 0) {
@@ -296,9 +277,24 @@ Optional<Options> parseCommandLine(int argumentCount, const char* const* argumen
     if (app.count("--denoise") != 0) {
         options.denoise = kDenoisingModes.at(raw.denoise);
     }
-    options.progress = toProgressMode(raw.progress);
     check(options);
     return options;
+}
+
+CommandDescription describeCommandLine() {
+    CLI::App app;
+    RawArguments raw;
+    Options options;
+    setUp(app, raw, options);
+    return describeCommand(app);
+}
+
+std::vector<OptionDescription> describeWorkOptions() {
+    CLI::App app;
+    app.set_help_flag();
+    RawArguments raw;
+    addWorkOptions(app, raw);
+    return describeOptions(app);
 }
 
 }  // namespace tavrin::cli

@@ -1,6 +1,8 @@
 #pragma once
 
 #include "base/image/Weight.h"
+#include "cli/OptionTable.h"
+#include "cli/ProgressLine.h"
 #include "foundation/Optional.h"
 #include "foundation/Path.h"
 #include "foundation/ProgramMain.h"
@@ -10,8 +12,6 @@
 #include <vector>
 
 namespace tavrin::cli {
-
-enum class ProgressMode { Auto, Always, Never };
 
 /// What the user asked for.
 struct Options {
@@ -45,5 +45,10 @@ struct Options {
 /// Reads the arguments, which are UTF-8. Nothing when only a text (help, version) was asked for,
 /// which has then been printed. Throws a UsageError.
 Optional<Options> parseCommandLine(int argumentCount, const char* const* arguments);
+
+/// What --help tells.
+CommandDescription describeCommandLine();
+/// The options that say what is to be done with images, but for lists.
+std::vector<OptionDescription> describeWorkOptions();
 
 }  // namespace tavrin::cli

@@ -15,7 +15,6 @@
 #include "cli/SettingsSources.h"
 #include "foundation/Scheduler.h"
 #include "foundation/Text.h"
-#include "foundation/platform/Terminal.h"
 
 #include <iostream>
 
@@ -28,13 +27,6 @@ T valueOrThrow(Result<T> result) {
         throw Exception(result.error());
     }
     return *std::move(result);
-}
-
-bool isProgressShown(const Options& options) {
-    if (options.quiet || options.progress == ProgressMode::Never) {
-        return false;
-    }
-    return options.progress == ProgressMode::Always || platform::isErrorOutputTerminal();
 }
 
 void printJson(const Json& report) {
@@ -111,7 +103,7 @@ void processImages(const Options& options, const Optional<Output>& output,
 
 void run(const Options& options) {
     Scheduler::setThreadCount(options.threads);
-    ProgressLine progress(isProgressShown(options));
+    ProgressLine progress(isProgressShown(options.progress, options.quiet));
     WarningPrinter warnings(options.quiet, progress);
     const SettingsSources sources(options, warnings);
     checkInputsAreKept(options, options.saveSettings);

@@ -1,6 +1,7 @@
 #include "cli/ProgressLine.h"
 
 #include "foundation/Text.h"
+#include "foundation/platform/Terminal.h"
 
 #include <iostream>
 
@@ -11,6 +12,13 @@ namespace {
 constexpr const char* kClearLine = "\r\x1b[K";
 
 }  // namespace
+
+bool isProgressShown(ProgressMode mode, bool isQuiet) {
+    if (isQuiet || mode == ProgressMode::Never) {
+        return false;
+    }
+    return mode == ProgressMode::Always || platform::isErrorOutputTerminal();
+}
 
 ProgressLine::~ProgressLine() {
     clear();

@@ -7,6 +7,11 @@
 
 namespace tavrin::cli {
 
+enum class ProgressMode { Auto, Always, Never };
+
+/// Whether progress is shown, which Auto does on a terminal.
+bool isProgressShown(ProgressMode mode, bool isQuiet);
+
 /// Shows on one line of standard error what is being done and how far it has come; nothing when
 /// switched off. The line is gone when the object ends. One thread at a time.
 class ProgressLine {
