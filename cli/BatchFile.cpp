@@ -18,9 +18,9 @@ String quote(const std::string& text) {
     return "\"" + String::fromUtf8(text) + "\"";
 }
 
-std::string toText(const std::string& member, const Json& value) {
+std::string toText(const std::string& member, const Json& value, const char* expected = "a text") {
     if (!value.is_string()) {
-        throw Exception(quote(member) + " expects a text.");
+        throw Exception(quote(member) + " expects " + expected + ".");
     }
     const auto& text = value.get_ref<const std::string&>();
     if (text.find('\0') != std::string::npos) {
@@ -35,7 +35,7 @@ std::string toList(const std::string& member, const Json& value) {
         return value.dump();
     }
     if (!value.is_array()) {
-        return toText(member, value);
+        return toText(member, value, "a text, a number, true, false or a list of them");
     }
     std::string list;
     for (const Json& item : value) {
@@ -47,14 +47,14 @@ std::string toList(const std::string& member, const Json& value) {
     return list;
 }
 
-/// The texts of a text or a list of texts.
-Arguments toTexts(const std::string& member, const Json& value) {
+/// The texts of a text or a list of texts; `expected` is said of anything else.
+Arguments toTexts(const std::string& member, const Json& value, const char* expected) {
     if (!value.is_array()) {
-        return {toText(member, value)};
+        return {toText(member, value, expected)};
     }
     Arguments texts;
     for (const Json& item : value) {
-        texts.push_back(toText(member, item));
+        texts.push_back(toText(member, item, expected));
     }
     return texts;
 }
@@ -62,7 +62,7 @@ Arguments toTexts(const std::string& member, const Json& value) {
 /// The values of an option that can be repeated: KEY=VALUE texts, or the members of an object.
 Arguments toAssignments(const std::string& member, const Json& value) {
     if (!value.is_object()) {
-        return toTexts(member, value);
+        return toTexts(member, value, "an object, or texts such as \"name=value\"");
     }
     Arguments assignments;
     for (const auto& [key, item] : value.items()) {
@@ -121,7 +121,7 @@ Arguments toArguments(const Json& job, const std::vector<OptionDescription>& opt
             continue;
         }
         if (member == kInputs) {
-            inputs = toTexts(member, value);
+            inputs = toTexts(member, value, "a text or a list of texts");
             continue;
         }
         const auto option =
