@@ -8,7 +8,6 @@
 
 #include <algorithm>
 #include <map>
-#include <ranges>
 
 namespace tavrin::cli {
 namespace {
@@ -124,7 +123,8 @@ void addSettingsOptions(CLI::App& app, RawArguments& raw) {
         ->type_name("NAME=VALUE")
         ->allow_extra_args(false);
     std::vector<std::string> modes;
-    std::ranges::copy(std::views::keys(kDenoisingModes), std::back_inserter(modes));
+    std::ranges::transform(kDenoisingModes, std::back_inserter(modes),
+                           [](const auto& mode) { return mode.first; });
     setChoices(*app.add_option(
                    "--denoise", raw.denoise,
                    "Denoise what is saved: auto (the best mode for the image), fireflies (only "
