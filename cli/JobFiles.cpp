@@ -1,7 +1,10 @@
 #include "cli/JobFiles.h"
 
+#include "base/pipeline/SeparateFiles.h"
 #include "cli/AperturePictures.h"
+#include "cli/ImageOpening.h"
 #include "cli/PresetList.h"
+#include "foundation/Exception.h"
 #include "foundation/Text.h"
 
 #include <algorithm>
@@ -32,6 +35,34 @@ bool areOutputsOfElements(const Options& options) {
     return options.element == String("*") && Str::toLowerCase(options.output.extension()) != "txr";
 }
 
+/// The files of the elements of an image, which its header tells. Throws an Exception.
+std::vector<Path> getElementFiles(const Options& options) {
+    settings::Settings settings;
+    colorkit::ColorMapping colorMapping;
+    pipeline::Performer performer(settings, colorMapping);
+    ProgressLine progress(false);
+    WarningPrinter warnings(true, progress);
+    openImages(options, ImageContent::Header, performer, progress, warnings);
+    const auto all = [](const image::ElementInfo&) { return true; };
+    return pipeline::getSeparatePaths(performer.saveSeparate.getSavableElements(all),
+                                      options.output);
+}
+
+bool isOlder(const std::vector<Path>& inputs, const std::vector<Path>& outputs) {
+    file_time_type newestInput = file_time_type::min();
+    for (const Path& input : inputs) {
+        const auto time = getWritingTime(input);
+        if (!time) {
+            return false;
+        }
+        newestInput = std::max(newestInput, *time);
+    }
+    return std::ranges::all_of(outputs, [&](const Path& output) {
+        const auto time = getWritingTime(output);
+        return time && *time > newestInput;
+    });
+}
+
 }  // namespace
 
 std::vector<Path> getOutputs(const Options& options) {
@@ -54,21 +85,16 @@ std::vector<Path> getInputs(const Options& options) {
 }
 
 bool isUpToDate(const Options& options) {
-    if (areOutputsOfElements(options)) {
+    // Most often something is missing that can be told without opening an image.
+    if (!isOlder(getInputs(options), getOutputs(options))) {
         return false;
     }
-    file_time_type newestInput = file_time_type::min();
-    for (const Path& input : getInputs(options)) {
-        const auto time = getWritingTime(input);
-        if (!time) {
-            return false;
-        }
-        newestInput = std::max(newestInput, *time);
+    try {
+        return !areOutputsOfElements(options) ||
+               isOlder(getInputs(options), getElementFiles(options));
+    } catch (const Exception&) {
+        return false;  // the job will say why
     }
-    return std::ranges::all_of(getOutputs(options), [&](const Path& output) {
-        const auto time = getWritingTime(output);
-        return time && *time > newestInput;
-    });
 }
 
 Optional<SharedFile> findSharedFile(const std::vector<Optional<Options>>& jobs) {
