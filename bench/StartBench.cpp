@@ -60,7 +60,7 @@ int main(int argumentCount, char** arguments) {
         benchmark::RegisterBenchmark(name, bench, ours, Command{"exrheader", image})
             ->UseManualTime()
             ->Unit(benchmark::kMillisecond)
-            ->Iterations(getPairCount(201));
+            ->Iterations(tavrin::bench::getPairCount(201));
     };
     add("start/version", {cli, "--version"});
     add("start/info", {cli, image, "--info"});

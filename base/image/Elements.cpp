@@ -161,10 +161,20 @@ void updateElementFlags(std::vector<ElementInfo>& elements, const RenderElementI
     });
 }
 
-std::vector<String> parseNames(const String& text) {
+/// The items of a list of elements. What is longer than any scene's is not worth the time.
+std::vector<String> parseItems(const String& text) {
+    constexpr std::size_t kLongestText = std::size_t{8} << 20;
+    constexpr std::size_t kMostItems = 65536;
+    constexpr const char* kTooLong = "Its list of render elements is too long.";
+    if (text.size() > kLongestText) {
+        throw Exception(kTooLong);
+    }
     Result<std::vector<String>> items = Str::parseExportStringArray(text);
     if (!items) {
         throw Exception(items.error());
+    }
+    if (items->size() > kMostItems) {
+        throw Exception(kTooLong);
     }
     return *std::move(items);
 }
@@ -205,13 +215,13 @@ std::vector<ElementInfo> ChannelImage::getElements() const {
 RenderElementInfos ChannelImage::getRenderElementInfos() const {
     RenderElementInfos infos;
     if (hasAttribute<String>(kElementsAttribute)) {
-        for (const String& item : parseNames(getAttribute<String>(kElementsAttribute))) {
+        for (const String& item : parseItems(getAttribute<String>(kElementsAttribute))) {
             if (Result<RenderElementInfo> info = RenderElementInfo::deserialize(item)) {
                 infos.push_back(*std::move(info));
             }
         }
     } else if (hasAttribute<String>(kLightMixElementsAttribute)) {
-        for (const String& name : parseNames(getAttribute<String>(kLightMixElementsAttribute))) {
+        for (const String& name : parseItems(getAttribute<String>(kLightMixElementsAttribute))) {
             infos.emplace_back(RenderElementInfo::Data{
                 postcore::kLightSelectType, {name, name}, RenderElementFlag::NoPostProcessing});
         }

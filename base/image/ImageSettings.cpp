@@ -50,7 +50,11 @@ Optional<Property> readProperty(const ChannelImage& image, const PropertyDescrip
     if (text == nullptr || descriptor.type == PropertyType::String) {
         return text != nullptr ? Optional<Property>(*text) : std::nullopt;
     }
-    return postcore::parseAttributeText(descriptor.type, *text).value_or(descriptor.defaultValue);
+    // As long as a settings file may be.
+    constexpr std::size_t kLongestArray = std::size_t{1} << 20;
+    return text->size() <= kLongestArray ? postcore::parseAttributeText(descriptor.type, *text)
+                                               .value_or(descriptor.defaultValue)
+                                         : descriptor.defaultValue;
 }
 
 void writeProperty(ChannelImage& image, const PropertyDescriptor& descriptor,

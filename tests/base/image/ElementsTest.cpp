@@ -134,6 +134,17 @@ TEST(Elements, MetadataIsReadFromBothForms) {
     image.setAttribute("tavrin.elements", String("\"never ends"));
     EXPECT_EQ(tests::messageOf([&image] { static_cast<void>(image.getElements()); }),
               "Incorrectly escaped string");
+    // 9 MiB, and 65 537 items.
+    for (const auto& [count, item] :
+         {std::pair{9 << 10, std::u16string(1024, u'x')}, {65537, u"\"\","}}) {
+        std::u16string text;
+        for (int i = 0; i < count; ++i) {
+            text += item;
+        }
+        image.setAttribute("tavrin.elements", String(text));
+        EXPECT_EQ(tests::messageOf([&image] { static_cast<void>(image.getElements()); }),
+                  "Its list of render elements is too long.");
+    }
 }
 
 /// One letter for each rule that holds: displayable, denoise-capable, colour other than the beauty,

@@ -73,6 +73,11 @@ TEST_F(ImageSettings, AbsentAndUnusableOnesGetDefaults) {
     image_.setAttribute("tavrin.post.bloomGlareEnabled", 2);
     image_.setAttribute("tavrin.post.lightMixIntensity", String("1;2"));
     image_.setAttribute("tavrin.post.lightMixColor", String("1 1 1"));
+    std::u16string tooLong = u"1";
+    for (int i = 0; i < 1 << 19; ++i) {
+        tooLong += u",0";
+    }
+    image_.setAttribute("tavrin.post.lightMixEnabled", String(tooLong));
     mapping_.setEnabled(false);
     read(image_);
     for (const int id : kIds) {
