@@ -2,7 +2,9 @@
 
 #include "cli/BatchFile.h"
 #include "cli/CommandLine.h"
-#include "cli/JobFiles.h"
+#include "cli/Program.h"
+#include "cli/SharedFiles.h"
+#include "cli/WorkFiles.h"
 #include "foundation/Exception.h"
 #include "foundation/Scheduler.h"
 #include "foundation/Text.h"
@@ -48,6 +50,9 @@ Job makeJob(const BatchJob& read, std::size_t index) {
     job.arguments = *read.arguments;
     try {
         job.options = parseJob(job.arguments);
+        if (job.options) {
+            planWork(*job.options);
+        }
     } catch (const Exception& exception) {
         job.error = exception.message();
     }

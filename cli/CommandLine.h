@@ -13,6 +13,9 @@
 
 namespace tavrin::cli {
 
+/// What --element calls all of them.
+inline const String kAllElements = "*";
+
 /// What the user asked for.
 struct Options {
     std::vector<Path> inputs;            ///< several are merged

@@ -2,39 +2,14 @@
 
 #include "base/pipeline/Completion.h"
 #include "base/pipeline/SeparateFiles.h"
-#include "cli/AperturePictures.h"
-#include "foundation/Text.h"
+#include "cli/WorkFiles.h"
+#include "foundation/platform/File.h"
 
 #include <algorithm>
 
 namespace tavrin::cli {
-namespace {
-
 using image::ElementInfo;
 using pipeline::Performer;
-
-const String kAllElements = "*";
-const String kTxrExtension = "txr";
-
-bool isSameFile(const Path& left, const Path& right) {
-    std::error_code error;
-    return std::filesystem::equivalent(left.std(), right.std(), error) && !error;
-}
-
-/// One spelling for each file, as far as the system knows it.
-std::filesystem::path toAbsolute(const Path& path) {
-    std::error_code unknown;
-    return std::filesystem::weakly_canonical(std::filesystem::absolute(path.std(), unknown),
-                                             unknown);
-}
-
-bool isOneOf(const Path& file, const std::vector<Path>& files) {
-    return std::ranges::any_of(files, [&](const Path& other) { return isSameFile(file, other); });
-}
-
-bool isTxr(const Path& path) {
-    return Str::toLowerCase(path.extension()) == kTxrExtension;
-}
 
 imageio::ImageFormat getFormat(const Path& path) {
     const auto format = imageio::detectImageFormat(path);
@@ -46,6 +21,8 @@ imageio::ImageFormat getFormat(const Path& path) {
     return *format;
 }
 
+namespace {
+
 /// What --element chooses of the pictures that the image can be shown as.
 std::vector<ElementInfo> selectElements(const Output& output, const Performer& performer) {
     const auto filter = pipeline::IOperator::ElementSelector(output.element).toFilter();
@@ -55,7 +32,7 @@ std::vector<ElementInfo> selectElements(const Output& output, const Performer& p
     // Also auxiliary ones, when they are asked for by name.
     std::vector<ElementInfo> elements = performer.zoom.getElements();
     std::erase_if(elements, [&filter](const ElementInfo& element) {
-        return !filter(element) || !isSupported(element);
+        return !filter(element) || element.kind == image::ElementKind::Unsupported;
     });
     if (elements.empty()) {
         throw Exception("Image \"" + output.inputs.front().native() +
@@ -77,15 +54,23 @@ void dropNeedlessAlpha(const Performer& performer, std::vector<ElementInfo>& ele
     }
 }
 
-/// Throws an Exception when a picture would overwrite an image that it comes from.
-void checkPicturesKeepInputs(const Output& output, const std::vector<ElementInfo>& elements) {
+/// Throws an Exception when a picture would overwrite an image that it comes from, or another
+/// output.
+void checkPictures(const Output& output, const std::vector<ElementInfo>& elements) {
     const std::vector<Path> paths = pipeline::getSeparatePaths(elements, output.path);
     for (std::size_t i = 0; i < paths.size(); ++i) {
-        if (isOneOf(paths[i], output.inputs)) {
-            throw Exception("Element \"" + image::getDisplayName(elements[i].name) +
-                            "\" cannot be saved to \"" + paths[i].native() +
-                            "\": it is an image that the element comes from.");
+        const auto isTaken = [path = toCanonical(paths[i])](const Path& other) {
+            return toCanonical(other) == path;
+        };
+        const String start = "Element \"" + image::getDisplayName(elements[i].name) +
+                             "\" cannot be saved to \"" + paths[i].native() + "\": it is ";
+        if (std::ranges::any_of(output.inputs, isTaken)) {
+            throw Exception(start + "an image that the element comes from.");
         }
+        if (std::ranges::any_of(output.others, isTaken)) {
+            throw Exception(start + "another output.");
+        }
+        platform::checkWritable(paths[i]);
     }
 }
 
@@ -105,8 +90,8 @@ void saveWith(Operator& op, const Path& path, ProgressLine& progress, const Save
 }  // namespace
 
 Output planOutput(const Options& options) {
-    Output output{options.inputs, options.output, {}, {}, {}};
-    checkInputsAreKept(options, options.output);
+    Output output{options.inputs, getNamedOutputs(options), options.output, {}, {}, {}};
+    std::erase(output.others, options.output);
     if (isTxr(options.output)) {
         output.element = options.element.value_or(kAllElements);
         if (!options.formatOptions.empty()) {
@@ -133,38 +118,10 @@ void saveOutput(const Output& output, Performer& performer, ProgressLine& progre
     }
     std::vector<ElementInfo> elements = selectElements(output, performer);
     dropNeedlessAlpha(performer, elements);
-    checkPicturesKeepInputs(output, elements);
+    checkPictures(output, elements);
     saveWith(performer.saveSeparate, output.path, progress, [&] {
         performer.saveSeparate.save(elements, output.path, *output.format, output.settings);
     });
-}
-
-void checkInputsAreKept(const Options& options, const Path& file) {
-    if (isOneOf(file, options.inputs)) {
-        throw UsageError("The output \"" + file.native() +
-                         "\" would overwrite an image that is opened.");
-    }
-}
-
-void checkAperturePictures(const Options& options) {
-    if (options.aperture.isEmpty()) {
-        return;
-    }
-    getFormat(options.aperture);
-    for (const Path& path : {options.aperture, getPointSpreadFunctionPath(options.aperture)}) {
-        checkInputsAreKept(options, path);
-        std::error_code unknown;
-        if (std::filesystem::is_directory(path.std(), unknown)) {
-            throw UsageError("\"" + path.native() + "\" is a folder; --aperture writes a picture.");
-        }
-        if (!options.output.isEmpty() && toAbsolute(path) == toAbsolute(options.output)) {
-            throw UsageError("--output and --aperture would both write \"" + path.native() + "\".");
-        }
-    }
-}
-
-bool isSupported(const ElementInfo& element) {
-    return element.kind != image::ElementKind::Unsupported;
 }
 
 }  // namespace tavrin::cli

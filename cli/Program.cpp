@@ -13,9 +13,11 @@
 #include "cli/ProgressLine.h"
 #include "cli/PropertyList.h"
 #include "cli/SettingsSources.h"
+#include "cli/WorkFiles.h"
 #include "foundation/Scheduler.h"
 #include "foundation/Text.h"
 
+#include <algorithm>
 #include <iostream>
 
 namespace tavrin::cli {
@@ -56,8 +58,13 @@ void printRequestedLists(const Options& options) {
 }
 
 void printElementNames(const pipeline::Performer& performer) {
-    for (const image::ElementInfo& element : performer.zoom.getElements()) {
-        if (isSupported(element)) {
+    // Light selects first, in the order of the properties of LightMix; data last.
+    std::vector<image::ElementInfo> elements = performer.zoom.getElements();
+    std::ranges::stable_partition(elements, [](const image::ElementInfo& element) {
+        return !element.has(image::kAuxiliaryElement);
+    });
+    for (const image::ElementInfo& element : elements) {
+        if (element.kind != image::ElementKind::Unsupported) {
             const String name = image::getDisplayName(element.name);
             std::cout << Str::escapeLine(name).toUtf8() << '\n';
         }
@@ -101,17 +108,20 @@ void processImages(const Options& options, const Optional<Output>& output,
 
 }  // namespace
 
+Optional<Output> planWork(const Options& options) {
+    checkOutputs(options);
+    if (!options.aperture.isEmpty()) {
+        getFormat(options.aperture);
+    }
+    return options.output.isEmpty() ? std::nullopt : Optional<Output>(planOutput(options));
+}
+
 void run(const Options& options) {
     Scheduler::setThreadCount(options.threads);
     ProgressLine progress(isProgressShown(options.progress, options.quiet));
     WarningPrinter warnings(options.quiet, progress);
     const SettingsSources sources(options, warnings);
-    checkInputsAreKept(options, options.saveSettings);
-    checkAperturePictures(options);
-    Optional<Output> output;
-    if (!options.output.isEmpty()) {
-        output = planOutput(options);
-    }
+    const Optional<Output> output = planWork(options);
     printRequestedLists(options);
     flushOutput();
     if (output || options.listElements || !options.saveSettings.isEmpty() ||

@@ -27,8 +27,9 @@ const T* find(const ChannelImage& image, const String& name) {
 }
 
 /// What the attribute holds, when its type is that of the property. Texts of arrays that cannot be
-/// used count as the default.
-Optional<Property> readProperty(const ChannelImage& image, const PropertyDescriptor& descriptor) {
+/// used count as the default, of which `warn` is told.
+Optional<Property> readProperty(const ChannelImage& image, const PropertyDescriptor& descriptor,
+                                const Warn& warn) {
     const String name = postcore::getPropertyExrName(descriptor);
     if (descriptor.type == PropertyType::Int || descriptor.type == PropertyType::Bool) {
         const int* value = find<int>(image, name);
@@ -52,9 +53,13 @@ Optional<Property> readProperty(const ChannelImage& image, const PropertyDescrip
     }
     // As long as a settings file may be.
     constexpr std::size_t kLongestArray = std::size_t{1} << 20;
-    return text->size() <= kLongestArray ? postcore::parseAttributeText(descriptor.type, *text)
-                                               .value_or(descriptor.defaultValue)
-                                         : descriptor.defaultValue;
+    if (text->size() <= kLongestArray) {
+        if (const auto value = postcore::parseAttributeText(descriptor.type, *text)) {
+            return *value;
+        }
+    }
+    warn("The value of \"" + descriptor.name + "\" cannot be read. Its default will be used.");
+    return descriptor.defaultValue;
 }
 
 void writeProperty(ChannelImage& image, const PropertyDescriptor& descriptor,
@@ -117,11 +122,12 @@ void readSettings(const ChannelImage& image, const std::vector<int>& ids,
     LegacyAwarePostParamsSettings legacy(settings);
     for (const int id : ids) {
         if (const PropertyDescriptor* descriptor = PropertyDescriptor::get(id)) {
-            legacy.set(id, readProperty(image, *descriptor).value_or(descriptor->defaultValue));
+            legacy.set(id,
+                       readProperty(image, *descriptor, warn).value_or(descriptor->defaultValue));
         }
     }
     for (const PropertyDescriptor& descriptor : postcore::getLegacyTonemappingDescriptors()) {
-        if (const auto value = readProperty(image, descriptor)) {
+        if (const auto value = readProperty(image, descriptor, warn)) {
             legacy.set(descriptor.id, *value);
         }
     }

@@ -98,6 +98,7 @@ void SaveTxrOperatorCli::exportAsBeauty(const String& name, ChannelImage& target
         },
         [](const ElementInfo&) { return image::getDenoisedElementName(image::kBeautyElement); },
         target);
+    copyCamera(target);
 }
 
 }  // namespace tavrin::pipeline

@@ -167,4 +167,13 @@ void TxrSaving::exportWholeImage(ChannelImage& target) const {
     }
 }
 
+void TxrSaving::copyCamera(ChannelImage& target) const {
+    const auto loaded = imageInfo().getImage();
+    for (const String& name : {image::kCameraTypeAttribute, image::kCameraVrAttribute}) {
+        if (loaded && loaded->hasAttribute<int>(name)) {
+            target.setAttribute(name, loaded->getAttribute<int>(name));
+        }
+    }
+}
+
 }  // namespace tavrin::pipeline

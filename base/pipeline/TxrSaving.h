@@ -43,6 +43,9 @@ protected:
     /// Puts in all elements, the denoised variants, and whatever else the loaded image holds.
     void exportWholeImage(image::ChannelImage& target) const;
 
+    /// Lets the target be of the loaded image's camera, which bloom and glare ask for.
+    void copyCamera(image::ChannelImage& target) const;
+
     /// For requests by others, answered by input 0.
     Optional<BitmapImpl<Rgb>> computeRgbRegion(const Request& request) override {
         return requestRgb(request);

@@ -30,6 +30,16 @@ constexpr const char* kCannotOpen = "cannot be opened";
 constexpr const char* kCannotRead = "cannot be read";
 constexpr const char* kCannotWrite = "cannot be written";
 
+/// Where a file is to appear; a link says itself where that is.
+void checkFolder(const Path& target) {
+    struct stat status {};
+    const std::filesystem::path folder = target.std().parent_path();
+    if (lstat(target.std().c_str(), &status) != 0 &&
+        access(folder.empty() ? "." : folder.c_str(), W_OK | X_OK) != 0) {
+        failWithErrno(target, kCannotWrite);
+    }
+}
+
 }  // namespace
 
 File File::openForReading(const Path& path) {
@@ -117,6 +127,7 @@ void checkWritable(const Path& target) {
         if (errno != ENOENT) {
             failWithErrno(target, kCannotWrite);
         }
+        checkFolder(target);
         return;
     }
     if (S_ISDIR(status.st_mode)) {

@@ -46,7 +46,7 @@ private:
 };
 
 /// Throws an Exception that names `target` when a file of that name cannot be written: a folder, a
-/// write-protected file, an impossible name.
+/// write-protected file, an impossible name, a folder that is missing or write-protected.
 void checkWritable(const Path& target);
 
 /// True for an existing thing that is neither a regular file nor a folder (/dev/null, a pipe).

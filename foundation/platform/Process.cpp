@@ -72,7 +72,7 @@ int waitFor(pid_t pid) {
                                 int errorPipe, int failurePipe) {
     // The parent may have ended before its end could be heard of.
     bool isReady = prctl(PR_SET_PDEATHSIG, SIGKILL) == 0 && getppid() == parent;
-    const int nothing = open("/dev/null", O_RDWR);
+    const int nothing = open("/dev/null", O_RDWR | O_CLOEXEC);
     isReady = isReady && nothing >= 0 && dup2(nothing, STDIN_FILENO) >= 0 &&
               dup2(nothing, STDOUT_FILENO) >= 0 && dup2(errorPipe, STDERR_FILENO) >= 0;
     if (isReady) {

@@ -49,15 +49,15 @@ TemporaryFile::TemporaryFile(const Path& target)
     : shownTarget_(target), target_(resolve(target.std())) {
     unsigned mode = 0666;
     struct stat status {};
-    const bool exists = stat(target_.std().c_str(), &status) == 0;
-    if (exists) {
+    isReplacing_ = stat(target_.std().c_str(), &status) == 0;
+    if (isReplacing_) {
         // Not the bits that let a program run as its owner: the new file may have another one.
         mode = status.st_mode & 0777;
     }
     if (!createUnnamed(mode)) {
         createNamed(mode);
     }
-    if (exists) {
+    if (isReplacing_) {
         // The umask may have taken rights away that the existing file has. Keeping them is a
         // courtesy, not a condition.
         static_cast<void>(fchmod(descriptor_, mode));
@@ -72,6 +72,11 @@ TemporaryFile::~TemporaryFile() {
 }
 
 void TemporaryFile::replaceTarget() {
+    // The old contents are given up only when the new ones are sure to be there after a crash of
+    // the machine. Nothing is given up where there is none, and saving need not wait for the disk.
+    if (isReplacing_ && fdatasync(descriptor_) != 0 && errno != EINVAL && errno != EROFS) {
+        fail();
+    }
     if (!isNamed_) {
         giveName();
     }

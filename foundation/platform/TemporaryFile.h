@@ -35,6 +35,7 @@ private:
     Path path_;
     int descriptor_ = -1;
     bool isNamed_ = false;
+    bool isReplacing_ = false;  // a file that is there
 };
 
 }  // namespace platform

@@ -160,6 +160,7 @@ TEST_F(SaveOperators, OneElementBecomesTheBeauty) {
     EXPECT_TRUE(areSame(*saved_, "SqrVisibleNormals.B", loaded, "SqrVisibleNormals.B"));
     EXPECT_TRUE(areSame(*saved_, "TAVRIN_FB_WEIGHTS", loaded, "TAVRIN_FB_WEIGHTS"));
     EXPECT_EQ(saved_->getChannels().size(), 3u * 5 + 1);
+    EXPECT_EQ(image::readCameraData(*saved_).type, 4u);
     const auto infos = saved_->getRenderElementInfos();
     ASSERT_EQ(infos.size(), 2u);
     EXPECT_EQ(infos[0].getData().names, (postcore::RenderElementInfo::Names{"", ""}));

@@ -47,6 +47,7 @@ jobs() {
 jobs '{"jobs": [{"inputs": "in.exr", "output": "x.png"}, {"inputs": "in.exr", "output": "shots/../x.png"}]}'
 jobs '{"jobs": [{"inputs": "x.exr", "output": "y.txr"}, {"inputs": "in.exr", "output": "y.png"}, {"inputs": "./y.txr", "output": "z.png"}]}'
 jobs '{"jobs": [{"save-settings": "s.tvpost"}, {"inputs": "in.exr", "output": "x.png", "settings": "s.tvpost"}]}'
+jobs '{"jobs": [{"inputs": "in.exr", "output": "x.png", "element": "*"}, {"inputs": "in.exr", "output": "x_Key.png"}]}'
 jobs '{"jobs": [{"aperture": "x.png"}, {"name": "b", "inputs": "in.exr", "output": "x_psf.png"}]}'
 
 # Jobs that make no sense.

@@ -1,20 +1,12 @@
 #pragma once
 
 #include "cli/CommandLine.h"
-#include "foundation/Path.h"
+#include "foundation/Optional.h"
 
+#include <cstddef>
 #include <vector>
 
 namespace tavrin::cli {
-
-/// The files that are written, as far as they are known before an image is opened.
-std::vector<Path> getOutputs(const Options& options);
-
-/// The files that are read: images, settings and presets.
-std::vector<Path> getInputs(const Options& options);
-
-/// True when there is nothing to do: all outputs exist and are newer than all inputs.
-bool isUpToDate(const Options& options);
 
 /// A file that several jobs use so that they depend on each other.
 struct SharedFile {
