@@ -300,7 +300,7 @@ TEST(Denoisers, ReportProgressOnTheirThreadAndStopWhenTold) {
             ++calls;
             return true;
         }));
-        EXPECT_GT(calls, 5);
+        EXPECT_GE(calls, 3);  // fewer the more of the work other threads do
         EXPECT_EQ(last, 1.0f);
         calls = 0;
         EXPECT_FALSE(denoise(mode, color, grey({200, 100}, 0.09f), {},
