@@ -241,6 +241,13 @@ void checkExrPixelLimits(const Imf::Header& header, bool isTiled, std::uint64_t 
     if (promise.width * promise.height > kMostValuesPerChannel) {
         throw Exception(text + "more than an image can have.");
     }
+    // The library takes memory for whole tiles, also where the image is smaller.
+    constexpr double kAlwaysAllowedTile = 256.0 * 1048576.0;
+    const double tile = promise.chunkWidth * promise.chunkHeight * promise.sizes.stored;
+    if (isTiled && tile > std::max(needed, kAlwaysAllowedTile)) {
+        throw Exception("Its tiles of " + toText(promise.chunkWidth) + " x " +
+                        toText(promise.chunkHeight) + " pixels are far larger than the image.");
+    }
     if (needed > available) {
         constexpr double kMebibyte = 1048576.0;
         throw Exception(text + "which need " + toText(needed / kMebibyte) +
