@@ -89,25 +89,29 @@ protected:
         return result;
     }
 
-    /// The message of success or the failure of what is asked for by `save`.
-    template <class Operator, class Save>
-    static std::string run(Operator& op, const Save& save) {
-        Completion completion(op);
-        save(op);
+    /// The message of success or the failure of what is asked for.
+    static std::string waitFor(Completion& completion) {
         const Result<String> result = completion.wait();
         return (result ? *result : "failed: " + result.error()).toUtf8();
     }
+    std::string saveTxr(const char* path) {
+        performer_.saveTxr.save(Path(String(path)));
+        return waitFor(savedTxr_);
+    }
     std::string saveCli(const char* selector, const char* path = "out.txr") {
-        return run(performer_.saveTxrCli, [&](auto& op) { op.save(selector, Path(String(path))); });
+        performer_.saveTxrCli.save(selector, Path(String(path)));
+        return waitFor(savedTxrCli_);
     }
     std::string saveSeparate(const std::vector<ElementInfo>& elements, const char* path) {
-        return run(performer_.saveSeparate, [&](auto& op) {
-            op.save(elements, Path(String(path)), imageio::ImageFormat::Png, {});
-        });
+        performer_.saveSeparate.save(elements, Path(String(path)), imageio::ImageFormat::Png, {});
+        return waitFor(savedSeparate_);
     }
 
     TestChain test_;
     Performer& performer_ = test_.chain;
+    Completion savedTxr_{performer_.saveTxr};
+    Completion savedTxrCli_{performer_.saveTxrCli};
+    Completion savedSeparate_{performer_.saveSeparate};
     SharedPtr<const ChannelImage> saved_;
 };
 
@@ -122,8 +126,7 @@ TEST_F(SaveOperators, ReopenedTxrIsTheSameImage) {
     std::vector<BitmapImpl<Rgb>> shown;
     std::ranges::transform(elements, std::back_inserter(shown), look);
 
-    EXPECT_EQ(run(performer_.saveTxr, [](auto& op) { op.save(Path(String("a/b.txr"))); }),
-              "Image \"a/b.txr\" has been successfully saved.");
+    EXPECT_EQ(saveTxr("a/b.txr"), "Image \"a/b.txr\" has been successfully saved.");
     ASSERT_TRUE(saved_);
     const ChannelImage loaded = makeFullRender();
     for (const auto& [name, channel] : loaded.getChannels()) {
@@ -179,8 +182,7 @@ TEST_F(SaveOperators, SayWhyTheyCannotSave) {
     EXPECT_EQ(saveCli("Alpha"), "failed: Render element \"A" + notSavable);
     EXPECT_EQ(saveCli("VisibleNormals"), "failed: Render element \"VisibleNormals" + notSavable);
     EXPECT_EQ(saveCli("BEAUTY", "folder/"), "failed: Well-formed output image path is expected.");
-    EXPECT_EQ(run(performer_.saveTxr, [](auto& op) { op.save(Path()); }),
-              "failed: Well-formed output image path is expected.");
+    EXPECT_EQ(saveTxr(""), "failed: Well-formed output image path is expected.");
     const std::vector<ElementInfo> beauty = {{"", ElementKind::Rgba, 0}};
     EXPECT_EQ(saveSeparate(beauty, "picture"),
               "failed: Well-formed output image path having a file extension is expected.");
@@ -192,8 +194,7 @@ TEST_F(SaveOperators, SayWhyTheyCannotSave) {
     performer_.saveTxr.setSaver([](const ChannelImage&, const Path&) -> Result<void> {
         return Failure("The disk is full.");
     });
-    EXPECT_EQ(run(performer_.saveTxr, [](auto& op) { op.save(Path(String("a.txr"))); }),
-              "failed: The disk is full.");
+    EXPECT_EQ(saveTxr("a.txr"), "failed: The disk is full.");
 }
 
 TEST_F(SaveOperators, PicturesAreWhatIsShown) {
