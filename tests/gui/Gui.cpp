@@ -1,0 +1,140 @@
+#include "tests/gui/Gui.h"
+
+#include <gtest/gtest.h>
+#include <wx/app.h>
+#include <wx/dcmemory.h>
+#include <wx/dcscreen.h>
+#include <wx/evtloop.h>
+#include <wx/image.h>
+#include <wx/stopwatch.h>
+#include <wx/uiaction.h>
+#include <wx/utils.h>
+
+#include <cstdlib>
+
+namespace tavrin::tests {
+namespace {
+
+constexpr long kPatience = 5000;  // milliseconds
+constexpr int kStep = 5;          // milliseconds
+// The display tells of the mouse and of keys through another process.
+constexpr int kEcho = 30;  // milliseconds
+constexpr int kDragSteps = 8;
+
+void act(const Function<void(wxUIActionSimulator&)>& action) {
+    wxUIActionSimulator simulator;
+    action(simulator);
+    const wxStopWatch watch;
+    while (watch.Time() < kEcho) {
+        handleEvents();
+        wxMilliSleep(kStep);
+    }
+    handleEvents();
+}
+
+}  // namespace
+
+void handleEvents() {
+    while (wxTheApp->HasPendingEvents() || wxEventLoopBase::GetActive()->Pending()) {
+        wxTheApp->ProcessPendingEvents();
+        wxEventLoopBase::GetActive()->YieldFor(wxEVT_CATEGORY_ALL);
+    }
+    wxTheApp->ProcessIdle();
+    wxEventLoopBase::GetActive()->YieldFor(wxEVT_CATEGORY_ALL);
+}
+
+bool waitFor(const Function<bool()>& condition) {
+    const wxStopWatch watch;
+    while (!condition()) {
+        if (watch.Time() > kPatience) {
+            return false;
+        }
+        handleEvents();
+        wxMilliSleep(kStep);
+    }
+    return true;
+}
+
+TestFrame::TestFrame(wxSize size) : frame_(new wxFrame(nullptr, wxID_ANY, "Test", {0, 0}, size)) {}
+
+TestFrame::~TestFrame() {
+    frame_->Destroy();
+    handleEvents();
+}
+
+void TestFrame::show() {
+    frame_->Layout();
+    frame_->Show();
+    frame_->Raise();
+    EXPECT_TRUE(waitFor([this] { return frame_->IsShownOnScreen() && frame_->IsActive(); }));
+    // The window manager may still move it.
+    act([](wxUIActionSimulator&) {});
+}
+
+void moveMouse(const wxWindow& window, wxPoint position) {
+    const wxPoint target = window.ClientToScreen(position);
+    act([&](wxUIActionSimulator& simulator) { simulator.MouseMove(target); });
+}
+
+void clickMouse(const wxWindow& window, wxPoint position, int button) {
+    moveMouse(window, position);
+    act([&](wxUIActionSimulator& simulator) { simulator.MouseClick(button); });
+}
+
+void doubleClickMouse(const wxWindow& window, wxPoint position) {
+    moveMouse(window, position);
+    act([&](wxUIActionSimulator& simulator) { simulator.MouseDblClick(); });
+}
+
+void dragMouse(const wxWindow& window, wxPoint from, wxPoint to, int button) {
+    moveMouse(window, from);
+    pressMouse(button);
+    for (int step = 1; step <= kDragSteps; ++step) {
+        moveMouse(window, {from.x + (to.x - from.x) * step / kDragSteps,
+                           from.y + (to.y - from.y) * step / kDragSteps});
+    }
+    releaseMouse(button);
+}
+
+void pressMouse(int button) {
+    act([&](wxUIActionSimulator& simulator) { simulator.MouseDown(button); });
+}
+
+void releaseMouse(int button) {
+    act([&](wxUIActionSimulator& simulator) { simulator.MouseUp(button); });
+}
+
+void turnWheel(const wxWindow& window, wxPoint position, int steps) {
+    moveMouse(window, position);
+    // Buttons 4 and 5 of X are the wheel, which the simulator does not have.
+    const std::string click = "xdotool click --delay 10 --repeat " +
+                              std::to_string(std::abs(steps)) + (steps > 0 ? " 4" : " 5");
+    act([&](wxUIActionSimulator&) { EXPECT_EQ(std::system(click.c_str()), 0); });
+}
+
+void pressKey(int key, int modifiers) {
+    act([&](wxUIActionSimulator& simulator) { simulator.Char(key, modifiers); });
+}
+
+void typeText(const std::string& text) {
+    act([&](wxUIActionSimulator& simulator) { simulator.Text(text.c_str()); });
+}
+
+void keepScreenshot(const wxWindow& window, const std::string& name) {
+    const char* folder = std::getenv("TAVRIN_SCREENSHOTS");
+    if (folder == nullptr) {
+        return;
+    }
+    handleEvents();
+    const wxRect place = window.GetScreenRect();
+    wxBitmap picture(place.GetSize(), 24);
+    wxMemoryDC to(picture);
+    wxScreenDC screen;
+    to.Blit({0, 0}, place.GetSize(), &screen, place.GetPosition());
+    to.SelectObject(wxNullBitmap);
+    wxInitAllImageHandlers();
+    EXPECT_TRUE(picture.ConvertToImage().SaveFile(std::string(folder) + "/" + name + ".png",
+                                                  wxBITMAP_TYPE_PNG));
+}
+
+}  // namespace tavrin::tests
