@@ -1,5 +1,8 @@
 #include "gui/widgets/GuiSkin.h"
 
+#include <wx/settings.h>
+#include <wx/window.h>
+
 namespace tavrin::widgets {
 
 const GuiSkin& GuiSkin::DEFAULT() {
@@ -19,8 +22,29 @@ const GuiSkin& GuiSkin::DEFAULT() {
         .accent = wxColour(0x4A, 0x7F, 0xBD),
         .accentText = wxColour(0xFF, 0xFF, 0xFF),
         .warning = wxColour(0xE0, 0xA0, 0x40),
+        .error = wxColour(0xD9, 0x5C, 0x55),
     };
     return skin;
+}
+
+wxFont GuiSkin::getFont() const {
+    wxFont font = wxSystemSettings::GetFont(wxSYS_DEFAULT_GUI_FONT);
+    font.SetPointSize(fontSize);
+    return font;
+}
+
+void applySkin(wxWindow& window, const GuiSkin& skin) {
+    if (auto* const skinnable = dynamic_cast<ISkinnable*>(&window)) {
+        skinnable->applySkin(skin);
+    } else {
+        window.SetBackgroundColour(skin.base);
+        window.SetForegroundColour(skin.text);
+        window.SetFont(skin.getFont());
+    }
+    for (wxWindow* const child : window.GetChildren()) {
+        applySkin(*child, skin);
+    }
+    window.Refresh();
 }
 
 }  // namespace tavrin::widgets

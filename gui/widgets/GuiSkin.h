@@ -3,6 +3,8 @@
 #include <wx/colour.h>
 #include <wx/font.h>
 
+class wxWindow;
+
 namespace tavrin::widgets {
 
 /// The colours and sizes of everything that we draw. All lengths are in device-independent pixels:
@@ -25,20 +27,29 @@ struct GuiSkin {
     wxColour accent;        ///< check marks, the filled part of a slider, selection
     wxColour accentText;    ///< text on the accent
     wxColour warning;       ///< what needs attention
+    wxColour error;         ///< what has failed
 
+    int fontSize = 8;  ///< in points
     int controlHeight = 22;
     int cornerRadius = 3;
     int padding = 6;
+
+    /// The font of labels and fields: the system's in our size.
+    wxFont getFont() const;
 
     /// The dark skin of the program, one for the whole run. Main thread.
     static const GuiSkin& DEFAULT();
 };
 
-/// What changes its looks with the skin.
+/// What changes its looks with the skin. The skin outlives it.
 class ISkinnable {
 public:
     virtual ~ISkinnable() = default;
     virtual void applySkin(const GuiSkin& skin) = 0;
 };
+
+/// Gives the window and all windows in it the skin: our own controls what they draw with, and
+/// others (panels, texts) its colours and font.
+void applySkin(wxWindow& window, const GuiSkin& skin);
 
 }  // namespace tavrin::widgets
