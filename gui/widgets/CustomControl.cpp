@@ -26,6 +26,7 @@ CustomControl::CustomControl(wxWindow* parent, wxWindowID id) : skin_(&GuiSkin::
     };
     Bind(wxEVT_SET_FOCUS, onFocus);
     Bind(wxEVT_KILL_FOCUS, onFocus);
+    Bind(wxEVT_CHAR_HOOK, &CustomControl::onCharHook, this);
     Bind(wxEVT_KEY_DOWN, &CustomControl::onKey, this);
     Bind(wxEVT_MOUSE_CAPTURE_LOST, [this](wxMouseCaptureLostEvent&) { onHoldLost(); });
 }
@@ -52,6 +53,13 @@ void CustomControl::onPaint() {
 void CustomControl::setHovered(bool hovered) {
     hovered_ = hovered;
     Refresh();
+}
+
+void CustomControl::onCharHook(wxKeyEvent& event) {
+    if (wantsKey(event)) {
+        event.StopPropagation();
+    }
+    event.Skip();
 }
 
 void CustomControl::onKey(wxKeyEvent& event) {
@@ -130,7 +138,7 @@ void ClickableControl::onLeftUp() {
     letGo();
     setPressed(false);
     if (clicked) {
-        onClick();  // may end this object
+        onClick();
     }
 }
 
@@ -140,17 +148,20 @@ void ClickableControl::onMotion(const wxMouseEvent& event) {
     }
 }
 
-void ClickableControl::onKeyDown(wxKeyEvent& event) {
+bool ClickableControl::wantsKey(const wxKeyEvent& event) const {
     const int key = event.GetKeyCode();
-    if (event.HasAnyModifiers()) {
+    const bool isReturn = key == WXK_RETURN || key == WXK_NUMPAD_ENTER;
+    return !event.HasAnyModifiers() && (key == WXK_SPACE || (isReturn && clicksOnReturn()));
+}
+
+void ClickableControl::onKeyDown(wxKeyEvent& event) {
+    if (!wantsKey(event)) {
         event.Skip();
-    } else if (key == WXK_SPACE) {
+    } else if (event.GetKeyCode() == WXK_SPACE) {
         pressedByKey_ = true;
         setPressed(true);
-    } else if ((key == WXK_RETURN || key == WXK_NUMPAD_ENTER) && clicksOnReturn()) {
-        onClick();
     } else {
-        event.Skip();
+        onClick();
     }
 }
 

@@ -25,6 +25,9 @@ protected:
     /// Called when the mouse is taken from the control while it is held, and when it gets disabled.
     virtual void onHoldLost() {}
 
+    /// The keys that the control gets before the windows around it take them for commands.
+    virtual bool wantsKey(const wxKeyEvent&) const { return false; }
+
     const GuiSkin& skin() const { return *skin_; }
     bool isHovered() const { return hovered_; }
     /// Takes all of the mouse until letGo().
@@ -39,6 +42,7 @@ protected:
 private:
     void onPaint();
     void setHovered(bool hovered);
+    void onCharHook(wxKeyEvent& event);
     void onKey(wxKeyEvent& event);
 
     const GuiSkin* skin_;
@@ -50,7 +54,9 @@ class ClickableControl : public CustomControl {
 protected:
     ClickableControl(wxWindow* parent, wxWindowID id);
 
+    /// May end this object.
     virtual void onClick() = 0;
+    bool wantsKey(const wxKeyEvent& event) const override;
     /// Whether Return clicks too; otherwise it is left to the dialog.
     virtual bool clicksOnReturn() const { return true; }
     bool isPressed() const { return pressed_; }

@@ -1,5 +1,7 @@
 #include "gui/widgets/FloatingWindow.h"
 
+#include "gui/widgets/Modality.h"
+
 #include <wx/dcbuffer.h>
 
 #include <memory>
@@ -16,6 +18,7 @@ constexpr int kGap = 6;
 FloatingWindow::FloatingWindow(wxWindow* parent) {
     SetBackgroundStyle(wxBG_STYLE_PAINT);
     Create(parent, wxBORDER_NONE);
+    standOutsideModality(*this);
     SetFont(skin().getFont());
     Bind(wxEVT_PAINT, [this](wxPaintEvent&) { onPaint(); });
 }

@@ -131,6 +131,14 @@ bool LineEditor::handleKey(const wxKeyEvent& event) {
     }
 }
 
+bool LineEditor::isEditingKey(const wxKeyEvent& event) {
+    const int key = event.GetKeyCode();
+    const bool isMove = key == WXK_LEFT || key == WXK_RIGHT || key == WXK_HOME || key == WXK_END ||
+                        key == WXK_BACK || key == WXK_DELETE;
+    return event.ControlDown() && !event.AltDown() &&
+           (isMove || key == 'A' || key == 'C' || key == 'X' || key == 'V');
+}
+
 bool LineEditor::handleShortcut(int key) {
     switch (key) {
         case 'A':

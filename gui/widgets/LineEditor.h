@@ -28,6 +28,8 @@ public:
     void insert(const wxString& text);
     void selectAll();
 
+    /// Whether a key with a modifier is one that edits.
+    static bool isEditingKey(const wxKeyEvent& event);
     /// Of a key that has gone down; false when it is none that edits.
     bool handleKey(const wxKeyEvent& event);
     /// Of a character event; false when it is no character that shows.

@@ -46,6 +46,7 @@ public:
 protected:
     void paint(wxGraphicsContext& canvas) override;
     void onHoldLost() override;
+    bool wantsKey(const wxKeyEvent& event) const override;
     wxSize DoGetBestClientSize() const override;
 
 private:

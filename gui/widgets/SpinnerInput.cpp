@@ -2,9 +2,9 @@
 
 #include <wx/display.h>
 
+#include <algorithm>
 #include <cmath>
 #include <cstdlib>
-#include <cstring>
 
 // What the mouse and the keyboard do to a spinner.
 
@@ -13,8 +13,38 @@ namespace {
 
 constexpr int kDragThreshold = 3;
 constexpr double kPixelsPerStep = 4.0;
-constexpr int kPage = 10;          // steps
+constexpr double kPage = 10.0;     // steps
 constexpr int kRepeatDelay = 400;  // milliseconds
+
+/// How many steps a key makes.
+double getSteps(int key) {
+    switch (key) {
+        case WXK_UP:
+        case WXK_NUMPAD_UP:
+            return 1.0;
+        case WXK_DOWN:
+        case WXK_NUMPAD_DOWN:
+            return -1.0;
+        case WXK_PAGEUP:
+        case WXK_NUMPAD_PAGEUP:
+            return kPage;
+        case WXK_PAGEDOWN:
+        case WXK_NUMPAD_PAGEDOWN:
+            return -kPage;
+        default:
+            return 0.0;
+    }
+}
+
+/// Also the keys that open typing.
+bool isSteppingKey(int key) {
+    return getSteps(key) != 0.0 || key == WXK_RETURN || key == WXK_NUMPAD_ENTER || key == WXK_F2;
+}
+
+bool startsNumber(const wxKeyEvent& event) {
+    const wxChar character = event.GetUnicodeKey();
+    return character != 0 && wxString("0123456789.,+-(").Contains(wxString(character));
+}
 
 }  // namespace
 
@@ -132,6 +162,18 @@ void Spinner::onWheel(wxMouseEvent& event) {
     }
 }
 
+bool Spinner::wantsKey(const wxKeyEvent& event) const {
+    const int key = event.GetKeyCode();
+    if (drag_) {
+        return key == WXK_ESCAPE;
+    }
+    const bool isCommand = event.ControlDown() || event.AltDown();
+    if (!editor_.isActive()) {
+        return !isCommand && (isSteppingKey(key) || startsNumber(event));
+    }
+    return !isCommand || LineEditor::isEditingKey(event);
+}
+
 void Spinner::onKeyDown(wxKeyEvent& event) {
     const int key = event.GetKeyCode();
     if (key == WXK_ESCAPE && drag_) {
@@ -156,51 +198,31 @@ bool Spinner::handleTypingKey(const wxKeyEvent& event) {
         case WXK_ESCAPE:
             endTyping(false);
             return true;
-        case WXK_UP:
-        case WXK_DOWN:
-        case WXK_NUMPAD_UP:
-        case WXK_NUMPAD_DOWN:
-            endTyping(true);
-            return handleSteppingKey(event);
         default:
+            if (isSteppingKey(event.GetKeyCode())) {
+                endTyping(true);
+                return handleSteppingKey(event);
+            }
             return editor_.handleKey(event);
     }
 }
 
 bool Spinner::handleSteppingKey(const wxKeyEvent& event) {
-    switch (event.GetKeyCode()) {
-        case WXK_UP:
-        case WXK_NUMPAD_UP:
-            stepBy(getFactor(event));
-            return true;
-        case WXK_DOWN:
-        case WXK_NUMPAD_DOWN:
-            stepBy(-getFactor(event));
-            return true;
-        case WXK_PAGEUP:
-        case WXK_NUMPAD_PAGEUP:
-            stepBy(kPage);
-            return true;
-        case WXK_PAGEDOWN:
-        case WXK_NUMPAD_PAGEDOWN:
-            stepBy(-kPage);
-            return true;
-        case WXK_RETURN:
-        case WXK_NUMPAD_ENTER:
-        case WXK_F2:
-            beginTyping(format(precision_));
-            return true;
-        default:
-            return false;
+    const int key = event.GetKeyCode();
+    if (!isSteppingKey(key)) {
+        return false;
     }
+    if (const double steps = getSteps(key); steps != 0.0) {
+        stepBy(steps * getFactor(event));
+    } else {
+        beginTyping(format(precision_));
+    }
+    return true;
 }
 
 void Spinner::onCharacter(wxKeyEvent& event) {
-    const wxChar character = event.GetUnicodeKey();
-    const bool startsNumber =
-        character >= 32 && character < 127 &&
-        std::strchr("0123456789.,+-(", static_cast<char>(character)) != nullptr;
-    if (!editor_.isActive() && startsNumber && !event.ControlDown() && !event.AltDown() && !drag_) {
+    if (!editor_.isActive() && !drag_ && !event.ControlDown() && !event.AltDown() &&
+        startsNumber(event)) {
         beginTyping(format(precision_));
     }
     if (!editor_.isActive() || !editor_.handleCharacter(event)) {

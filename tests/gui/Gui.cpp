@@ -2,10 +2,7 @@
 
 #include <gtest/gtest.h>
 #include <wx/app.h>
-#include <wx/dcmemory.h>
-#include <wx/dcscreen.h>
 #include <wx/evtloop.h>
-#include <wx/image.h>
 #include <wx/stopwatch.h>
 #include <wx/uiaction.h>
 #include <wx/utils.h>
@@ -126,15 +123,14 @@ void keepScreenshot(const wxWindow& window, const std::string& name) {
         return;
     }
     handleEvents();
+    // What GTK reads back from the screen is what it has read first.
+    const int scale = static_cast<int>(window.GetContentScaleFactor());
     const wxRect place = window.GetScreenRect();
-    wxBitmap picture(place.GetSize(), 24);
-    wxMemoryDC to(picture);
-    wxScreenDC screen;
-    to.Blit({0, 0}, place.GetSize(), &screen, place.GetPosition());
-    to.SelectObject(wxNullBitmap);
-    wxInitAllImageHandlers();
-    EXPECT_TRUE(picture.ConvertToImage().SaveFile(std::string(folder) + "/" + name + ".png",
-                                                  wxBITMAP_TYPE_PNG));
+    const std::string command =
+        "import -window root -crop " + std::to_string(place.width * scale) + "x" +
+        std::to_string(place.height * scale) + "+" + std::to_string(place.x * scale) + "+" +
+        std::to_string(place.y * scale) + " +repage '" + folder + "/" + name + ".png'";
+    EXPECT_EQ(std::system(command.c_str()), 0);
 }
 
 }  // namespace tavrin::tests
