@@ -34,10 +34,10 @@ void ColorPickerButton::onClick() {
     };
     const Rgb before = color_;
     ColorPickerDialog dialog(wxGetTopLevelParent(this), title_, before);
-    dialog.SetPosition(keepOnDisplay({ClientToScreen(wxPoint(0, GetClientSize().y + 2)),
-                                      dialog.GetSize()},
-                                     GetScreenPosition())
-                           .GetPosition());
+    dialog.SetPosition(
+        keepOnDisplay({ClientToScreen(wxPoint(0, GetClientSize().y + 2)), dialog.GetSize()},
+                      GetScreenPosition())
+            .GetPosition());
     dialog.callOnChange(set);
     if (!dialog.showModal() && !(dialog.getColor() == before)) {
         set(before);

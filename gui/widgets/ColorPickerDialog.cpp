@@ -148,9 +148,9 @@ wxSizer* ColorPickerDialog::makeFields() {
         linear_[i] = new Spinner(this, wxID_ANY, kFieldWidth, 0, kInfinity, 1, 4, 0);
         linear_[i]->SetName(wxString("Linear ") + names[i]);
         linear_[i]->Bind(wxEVT_SPINCTRLDOUBLE, [this](wxSpinDoubleEvent&) {
-            change({linear_[0]->getValue(), linear_[1]->getValue(), linear_[2]->getValue(),
-                    color_.a},
-                   Source::Linear);
+            change(
+                {linear_[0]->getValue(), linear_[1]->getValue(), linear_[2]->getValue(), color_.a},
+                Source::Linear);
         });
         bytes_[i] = new Spinner(this, wxID_ANY, kFieldWidth, 0, 255, 255, 0, 0);
         bytes_[i]->SetName(wxString("sRGB ") + names[i]);
@@ -173,8 +173,8 @@ wxSizer* ColorPickerDialog::makeFields() {
 }
 
 wxSizer* ColorPickerDialog::makeSwatches() {
-    auto* const grid = new wxGridSizer(static_cast<int>(kRecentColors),
-                                       FromDIP(wxSize(kSwatchGap, kSwatchGap)));
+    auto* const grid =
+        new wxGridSizer(static_cast<int>(kRecentColors), FromDIP(wxSize(kSwatchGap, kSwatchGap)));
     std::vector<Rgb> colors;
     std::ranges::transform(kFixedColors, std::back_inserter(colors), makeColor);
     std::ranges::copy(getRecentColors(), std::back_inserter(colors));
@@ -188,8 +188,7 @@ wxSizer* ColorPickerDialog::makeButtons() {
     auto* const accept = new AutoSizedButton(this, wxID_ANY, "OK", kButtonHeight, kButtonWidth,
                                              AutoSizedButton::Look::Primary);
     accept->callOnClick([this] { EndModal(wxID_OK); });
-    auto* const cancel =
-        new AutoSizedButton(this, wxID_ANY, "Cancel", kButtonHeight, kButtonWidth);
+    auto* const cancel = new AutoSizedButton(this, wxID_ANY, "Cancel", kButtonHeight, kButtonWidth);
     cancel->callOnClick([this] { EndModal(wxID_CANCEL); });
     auto* const row = new wxBoxSizer(wxHORIZONTAL);
     row->Add(accept, wxSizerFlags().Border(wxRIGHT, FromDIP(8)));

@@ -82,7 +82,8 @@ void ColorWheel::point(wxPoint position) {
         color.saturation = std::hypot(x, y) / radius;
         change(color);
     } else if (held_ == Held::Bar) {
-        color.value = 1.0f - static_cast<float>(position.y) / static_cast<float>(getBar().height - 1);
+        color.value =
+            1.0f - static_cast<float>(position.y) / static_cast<float>(getBar().height - 1);
         change(color);
     }
 }

@@ -78,21 +78,21 @@ bool TextField::wantsKey(const wxKeyEvent& event) const {
 
 void TextField::onKeyDown(wxKeyEvent& event) {
     switch (event.GetKeyCode()) {
-    case WXK_RETURN:
-    case WXK_NUMPAD_ENTER:
-        end(true);
-        editor_.begin(text_);
-        return;
-    case WXK_ESCAPE:
-        editor_.begin(text_);
-        return;
-    default:
-        if (!editor_.isActive()) {
+        case WXK_RETURN:
+        case WXK_NUMPAD_ENTER:
+            end(true);
             editor_.begin(text_);
-        }
-        if (!editor_.handleKey(event)) {
-            event.Skip();
-        }
+            return;
+        case WXK_ESCAPE:
+            editor_.begin(text_);
+            return;
+        default:
+            if (!editor_.isActive()) {
+                editor_.begin(text_);
+            }
+            if (!editor_.handleKey(event)) {
+                event.Skip();
+            }
     }
 }
 

@@ -24,9 +24,12 @@ TEST(ColorCoding, KnowsHuesAndTheTransferFunction) {
     const struct {
         Rgb color;
         Hsv hsv;
-    } cases[] = {{{1, 0, 0}, {0, 1, 1}},          {{0, 1, 0}, {1.0f / 3, 1, 1}},
-                 {{0, 0, 1}, {2.0f / 3, 1, 1}},   {{0.5f, 0.5f, 0.5f}, {0, 0, 0.5f}},
-                 {{1, 0.5f, 0}, {1.0f / 12, 1, 1}}, {{0.2f, 0.1f, 0.2f}, {5.0f / 6, 0.5f, 0.2f}}};
+    } cases[] = {{{1, 0, 0}, {0, 1, 1}},
+                 {{0, 1, 0}, {1.0f / 3, 1, 1}},
+                 {{0, 0, 1}, {2.0f / 3, 1, 1}},
+                 {{0.5f, 0.5f, 0.5f}, {0, 0, 0.5f}},
+                 {{1, 0.5f, 0}, {1.0f / 12, 1, 1}},
+                 {{0.2f, 0.1f, 0.2f}, {5.0f / 6, 0.5f, 0.2f}}};
     for (const auto& [color, hsv] : cases) {
         EXPECT_NEAR(toHsv(color).hue, hsv.hue, 1e-5);
         EXPECT_NEAR(toHsv(color).saturation, hsv.saturation, 1e-5);
@@ -86,9 +89,8 @@ protected:
     }
 
     TestFrame frame_;
-    ColorPickerButton* button_ =
-        new ColorPickerButton(new wxPanel(&*frame_), wxID_ANY, "Lamp light color", {35, 18},
-                              {4.0f, 2.0f, 1.0f, 1.0f});
+    ColorPickerButton* button_ = new ColorPickerButton(
+        new wxPanel(&*frame_), wxID_ANY, "Lamp light color", {35, 18}, {4.0f, 2.0f, 1.0f, 1.0f});
     std::vector<Rgb> reported_;
 };
 

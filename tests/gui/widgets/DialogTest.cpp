@@ -27,8 +27,9 @@ int showAndDo(MessageDialog& dialog, const Function<void()>& action) {
 }
 
 const Message kQuestion{.caption = "Tavrin Image Editor",
-                        .text = "Do you want to open a new image?\nUnsaved changes to the current "
-                                "image will be lost.",
+                        .text =
+                            "Do you want to open a new image?\nUnsaved changes to the current "
+                            "image will be lost.",
                         .icon = MessageIcon::Question,
                         .buttons = {"Keep current", "Discard current"}};
 
@@ -59,8 +60,7 @@ TEST(MessageDialog, AnswersWithTheButtonOrTheWayItWasClosed) {
              clickMouse(dialog, {size.x - 40, size.y - 28});
          },
          1},
-        {"escape", kQuestion, [](MessageDialog&) { pressKey(WXK_ESCAPE); },
-         MessageDialog::kClosed},
+        {"escape", kQuestion, [](MessageDialog&) { pressKey(WXK_ESCAPE); }, MessageDialog::kClosed},
         {"outside", loading,
          [&](MessageDialog& dialog) {
              keepScreenshot(dialog, "message-loading");
@@ -71,8 +71,7 @@ TEST(MessageDialog, AnswersWithTheButtonOrTheWayItWasClosed) {
              clickMouse(*frame, {20, 20});
          },
          MessageDialog::kClosed},
-        {"program", loading, [](MessageDialog& dialog) { dialog.close(); },
-         MessageDialog::kClosed},
+        {"program", loading, [](MessageDialog& dialog) { dialog.close(); }, MessageDialog::kClosed},
     };
     for (const auto& test : cases) {
         MessageDialog dialog(&*frame, test.message);
@@ -141,17 +140,17 @@ TEST(FileDialogs, AddTheExtensionAndAskBeforeReplacing) {
     std::filesystem::remove_all(folder);
     std::filesystem::create_directories(folder);
     std::ofstream(folder / "there.png") << "x";
-    const String filter = makeFileFilter("PNG image", {"png"}) + "|" +
-                          makeFileFilter("JPEG image", {"jpg", "jpeg"});
+    const String filter =
+        makeFileFilter("PNG image", {"png"}) + "|" + makeFileFilter("JPEG image", {"jpg", "jpeg"});
     EXPECT_EQ(filter, "PNG image (*.png)|*.png|JPEG image (*.jpg;*.jpeg)|*.jpg;*.jpeg");
     const struct {
         std::vector<std::string> answers;
         const char* saved;  // nothing when empty
         int questions;
     } cases[] = {
-        {{"new"}, "new.png", 0},          {{"new.v2"}, "new.v2.png", 0},
-        {{"new.JPEG"}, "new.JPEG", 0},    {{"there", "other"}, "other.png", 1},
-        {{"there.png"}, "", 1},           {{}, "", 0},
+        {{"new"}, "new.png", 0},       {{"new.v2"}, "new.v2.png", 0},
+        {{"new.JPEG"}, "new.JPEG", 0}, {{"there", "other"}, "other.png", 1},
+        {{"there.png"}, "", 1},        {{}, "", 0},
     };
     for (auto [answers, saved, questions] : cases) {
         for (std::string& answer : answers) {
