@@ -1,0 +1,85 @@
+#include "gui/sheet/ParentScrolling.h"
+
+#include <wx/scrolwin.h>
+#include <wx/window.h>
+
+#include <cmath>
+
+namespace tavrin::sheet {
+namespace {
+
+wxWindow* findScrolledParent(const wxWindow& window) {
+    for (wxWindow* parent = window.GetParent(); parent != nullptr; parent = parent->GetParent()) {
+        if (dynamic_cast<wxScrollHelper*>(parent) != nullptr) {
+            return parent;
+        }
+        if (parent->IsTopLevel()) {
+            break;
+        }
+    }
+    return nullptr;
+}
+
+/// How far to move along one axis so that `length` at `position` lies within `view`.
+int getShift(int position, int length, int view) {
+    if (position < 0 || length > view) {
+        return position;
+    }
+    return position + length > view ? position + length - view : 0;
+}
+
+int toUnits(int pixels, int unit) {
+    return unit == 0 ? 0
+                     : static_cast<int>(std::ceil(std::abs(pixels) / static_cast<double>(unit))) *
+                           (pixels < 0 ? -1 : 1);
+}
+
+}  // namespace
+
+bool scrollParent(const wxWindow& window, double stepsX, double stepsY) {
+    constexpr int kUnitsPerStep = 3;
+    wxWindow* parent = findScrolledParent(window);
+    if (parent == nullptr) {
+        return false;
+    }
+    auto& scrolling = dynamic_cast<wxScrollHelper&>(*parent);
+    const wxPoint start = scrolling.GetViewStart();
+    scrolling.Scroll(start.x - static_cast<int>(std::lround(stepsX * kUnitsPerStep)),
+                     start.y - static_cast<int>(std::lround(stepsY * kUnitsPerStep)));
+    return true;
+}
+
+void scrollIntoView(const wxWindow& window, const wxRect& part) {
+    wxWindow* parent = findScrolledParent(window);
+    if (parent == nullptr) {
+        return;
+    }
+    auto& scrolling = dynamic_cast<wxScrollHelper&>(*parent);
+    const wxPoint corner = parent->ScreenToClient(window.ClientToScreen(part.GetPosition()));
+    const wxSize view = parent->GetClientSize();
+    int unitX = 0;
+    int unitY = 0;
+    scrolling.GetScrollPixelsPerUnit(&unitX, &unitY);
+    const int shiftX = toUnits(getShift(corner.x, part.width, view.x), unitX);
+    const int shiftY = toUnits(getShift(corner.y, part.height, view.y), unitY);
+    if (shiftX != 0 || shiftY != 0) {
+        const wxPoint start = scrolling.GetViewStart();
+        scrolling.Scroll(start.x + shiftX, start.y + shiftY);
+    }
+}
+
+void relayoutParents(const wxWindow& window) {
+    for (wxWindow* parent = window.GetParent(); parent != nullptr; parent = parent->GetParent()) {
+        parent->InvalidateBestSize();
+        parent->Layout();
+        if (dynamic_cast<wxScrollHelper*>(parent) != nullptr) {
+            parent->FitInside();
+            return;
+        }
+        if (parent->IsTopLevel()) {
+            return;
+        }
+    }
+}
+
+}  // namespace tavrin::sheet

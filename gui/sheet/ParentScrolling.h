@@ -1,0 +1,22 @@
+#pragma once
+
+#include <wx/gdicmn.h>
+
+class wxWindow;
+
+namespace tavrin::sheet {
+
+// What a window does with the scrolled window around it, if there is one. Main thread.
+
+/// Turns by steps of the wheel; positive ones are to the left and up. Whether there is something
+/// that could be scrolled.
+bool scrollParent(const wxWindow& window, double stepsX, double stepsY);
+
+/// Scrolls as far as needed to show a part of the window, in its client coordinates.
+void scrollIntoView(const wxWindow& window, const wxRect& part);
+
+/// After the window's sizes have changed: lays out the windows around it, up to the scrolled one,
+/// which gets a new virtual size.
+void relayoutParents(const wxWindow& window);
+
+}  // namespace tavrin::sheet

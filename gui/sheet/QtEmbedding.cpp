@@ -1,0 +1,206 @@
+#include "gui/sheet/QtEmbedding.h"
+
+#include "gui/sheet/ParentScrolling.h"
+
+#include <QApplication>
+#include <QKeyEvent>
+#include <QWheelEvent>
+#include <QWindow>
+
+namespace tavrin::sheet {
+namespace {
+
+/// Lets X do now what both libraries have asked of it, each on a connection of its own.
+void synchronize() {
+    if (auto* x11 = qApp->nativeInterface<QNativeInterface::QX11Application>()) {
+        XSync(x11->display(), 0);
+    }
+    gdk_display_sync(gdk_display_get_default());
+}
+
+}  // namespace
+
+QtHost::Embedding::Embedding(QtHost& host, GtkWidget* socket, std::unique_ptr<QWidget> content)
+    : host_(host), socket_(socket), content_(content.release()) {
+    content_->setProperty("Orvix.WrappedQtWidget", true);
+    content_->setWindowFlags(Qt::Window | Qt::FramelessWindowHint);
+    content_->setAttribute(Qt::WA_NativeWindow);
+    content_->installEventFilter(this);
+    connectSignals();
+    connect(qApp, &QApplication::focusChanged, this,
+            [this](QWidget*, QWidget* focus) { onFocusChanged(focus); });
+    Register();
+    if (gtk_widget_get_realized(socket_)) {
+        embed();
+    }
+}
+
+QtHost::Embedding::~Embedding() {
+    Unregister();
+    g_signal_handlers_disconnect_by_data(socket_, this);
+    unembed();
+    if (lastKey_ != nullptr) {
+        gdk_event_free(lastKey_);
+    }
+    if (content_) {
+        content_->removeEventFilter(this);
+        delete content_;
+    }
+}
+
+double QtHost::Embedding::getRatio() const {
+    return content_->devicePixelRatioF() / host_.GetContentScaleFactor();
+}
+
+void QtHost::Embedding::connectSignals() {
+    const auto connectTo = [this](const char* signal, auto* handler, GConnectFlags flags) {
+        g_signal_connect_data(socket_, signal, G_CALLBACK(handler), this, nullptr, flags);
+    };
+    connectTo(
+        "realize", +[](GtkWidget*, Embedding* self) { self->embed(); }, G_CONNECT_AFTER);
+    connectTo(
+        "unrealize", +[](GtkWidget*, Embedding* self) { self->unembed(); }, GConnectFlags());
+    connectTo(
+        "key-press-event",
+        +[](GtkWidget*, GdkEventKey* event, Embedding* self) -> gboolean {
+            self->keepKey(event);
+            // Alt and a letter open menus of the window.
+            GtkWidget* top = gtk_widget_get_toplevel(self->socket_);
+            return (event->state & GDK_MOD1_MASK) != 0 && GTK_IS_WINDOW(top) &&
+                   gtk_window_activate_key(GTK_WINDOW(top), event);
+        },
+        GConnectFlags());
+    connectTo(
+        "plug-added", +[](GtkWidget*, Embedding* self) { self->applyModal(); }, GConnectFlags());
+    // The socket stays for the next time.
+    connectTo(
+        "plug-removed", +[](GtkWidget*, Embedding*) -> gboolean { return TRUE; }, GConnectFlags());
+}
+
+void QtHost::Embedding::embed() {
+    if (!content_ || foreign_ != nullptr) {
+        return;
+    }
+    content_->winId();
+    foreign_ = QWindow::fromWinId(gtk_socket_get_id(GTK_SOCKET(socket_)));
+    content_->windowHandle()->setParent(foreign_);
+    content_->move(0, 0);
+    content_->setVisible(host_.IsShown());
+    synchronize();
+}
+
+void QtHost::Embedding::unembed() {
+    if (foreign_ == nullptr) {
+        return;
+    }
+    if (content_) {
+        content_->hide();
+        content_->windowHandle()->setParent(nullptr);
+    }
+    delete foreign_;
+    foreign_ = nullptr;
+    synchronize();
+    // Otherwise GTK would go on to watch the window, and read it when it is gone.
+    GdkWindow* plug = gtk_socket_get_plug_window(GTK_SOCKET(socket_));
+    if (plug != nullptr && !gdk_window_is_destroyed(plug)) {
+        gdk_window_destroy_notify(plug);
+    }
+}
+
+void QtHost::Embedding::applyModal() {
+    GdkWindow* plug = gtk_socket_get_plug_window(GTK_SOCKET(socket_));
+    if (plug == nullptr) {
+        return;
+    }
+    cairo_region_t* nothing = modalDialogs_ > 0 ? cairo_region_create() : nullptr;
+    gdk_window_input_shape_combine_region(plug, nothing, 0, 0);
+    if (nothing != nullptr) {
+        cairo_region_destroy(nothing);
+    }
+}
+
+void QtHost::Embedding::keepKey(const GdkEventKey* event) {
+    if (lastKey_ != nullptr) {
+        gdk_event_free(lastKey_);
+    }
+    lastKey_ = gdk_event_copy(reinterpret_cast<const GdkEvent*>(event));
+}
+
+bool QtHost::Embedding::eventFilter(QObject* object, QEvent* event) {
+    switch (event->type()) {
+        case QEvent::Close:
+            event->ignore();
+            return true;
+        case QEvent::LayoutRequest:
+            relayoutLater();
+            return false;
+        case QEvent::KeyPress:
+        case QEvent::Wheel: {
+            // Whatever comes here, no child wanted; now it is up to the content itself.
+            object->event(event);
+            if (event->isAccepted()) {
+                return true;
+            }
+            const bool isDone = event->type() == QEvent::KeyPress
+                                    ? forwardKey()
+                                    : scrollParent(static_cast<QWheelEvent*>(event)->angleDelta());
+            event->setAccepted(isDone);
+            return true;
+        }
+        default:
+            return false;
+    }
+}
+
+bool QtHost::Embedding::forwardKey() {
+    GtkWidget* top = gtk_widget_get_toplevel(socket_);
+    return lastKey_ != nullptr && GTK_IS_WINDOW(top) &&
+           gtk_window_activate_key(GTK_WINDOW(top), &lastKey_->key);
+}
+
+bool QtHost::Embedding::scrollParent(const QPoint& angle) {
+    constexpr double kNotch = 120.0;
+    return sheet::scrollParent(host_, angle.x() / kNotch, angle.y() / kNotch);
+}
+
+void QtHost::Embedding::relayoutLater() {
+    if (!isRelayoutPending_) {
+        isRelayoutPending_ = true;
+        host_.CallAfter([host = &host_] {
+            if (host->embedding_) {
+                host->embedding_->relayout();
+            }
+        });
+    }
+}
+
+void QtHost::Embedding::relayout() {
+    isRelayoutPending_ = false;
+    host_.InvalidateBestSize();
+    relayoutParents(host_);
+}
+
+void QtHost::Embedding::onFocusChanged(QWidget* focus) {
+    if (focus == nullptr || !content_ || !content_->isAncestorOf(focus) ||
+        QApplication::mouseButtons() != Qt::NoButton) {
+        return;
+    }
+    const QPoint corner = focus->mapTo(content_, QPoint(0, 0));
+    const double ratio = getRatio();
+    const auto scaled = [ratio](int length) { return static_cast<int>(length * ratio); };
+    scrollIntoView(host_, wxRect(scaled(corner.x()), scaled(corner.y()), scaled(focus->width()),
+                                 scaled(focus->height())));
+}
+
+int QtHost::Embedding::Enter(wxDialog*) {
+    ++modalDialogs_;
+    applyModal();
+    return wxID_NONE;
+}
+
+void QtHost::Embedding::Exit(wxDialog*) {
+    --modalDialogs_;
+    applyModal();
+}
+
+}  // namespace tavrin::sheet
