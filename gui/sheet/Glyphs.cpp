@@ -52,6 +52,8 @@ void drawShape(QPainter& painter, Glyph glyph, const QColor& color) {
         case Glyph::Plus:
             drawLine(painter, {{-4, 0}, {4, 0}});
             return drawLine(painter, {{0, -4}, {0, 4}});
+        case Glyph::Minus:
+            return drawLine(painter, {{-4, 0}, {4, 0}});
         case Glyph::Reset:
             return drawReset(painter);
         case Glyph::Folder:

@@ -1,0 +1,34 @@
+#pragma once
+
+#include "foundation/Function.h"
+
+#include <QWidget>
+
+namespace tavrin::sheet {
+
+/// A grip by which something is dragged up and down; Escape gives up.
+class DragHandle final : public QWidget {
+public:
+    explicit DragHandle(QWidget* parent = nullptr);
+
+    /// With the height of the mouse on the screen.
+    Function<void(int)> onDrag;
+    /// With whether it was let go of there.
+    Function<void(bool)> onEnd;
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+
+private:
+    void end(bool isTaken);
+
+    bool isHeld_ = false;
+    bool isDragged_ = false;
+    int startY_ = 0;
+};
+
+}  // namespace tavrin::sheet

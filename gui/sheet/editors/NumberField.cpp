@@ -1,0 +1,184 @@
+#include "gui/sheet/editors/NumberField.h"
+
+#include "gui/widgets/GuiSkin.h"
+
+#include <QApplication>
+#include <QKeyEvent>
+#include <QPainter>
+#include <cmath>
+
+namespace tavrin::sheet {
+namespace {
+
+double getFactor(Qt::KeyboardModifiers modifiers) {
+    return modifiers.testFlag(Qt::ShiftModifier)     ? 10.0
+           : modifiers.testFlag(Qt::ControlModifier) ? 0.1
+                                                     : 1.0;
+}
+
+}  // namespace
+
+NumberField::NumberField(const NumberScale& scale, QWidget* parent)
+    : QLineEdit(parent), scale_(scale) {
+    setAlignment(Qt::AlignRight);
+    setFixedHeight(widgets::GuiSkin::DEFAULT().controlHeight);
+    setFocusPolicy(Qt::TabFocus);  // a press of the mouse may also begin to drag
+    setCursor(Qt::SizeHorCursor);
+    setContextMenuPolicy(Qt::NoContextMenu);
+    setText(scale_.toText(number_));
+}
+
+void NumberField::showNumber(double number) {
+    number_ = number;
+    if (!(hasFocus() && isModified())) {
+        const QString text = scale_.toText(number);
+        if (text != this->text()) {
+            setText(text);
+        }
+    }
+}
+
+QSize NumberField::sizeHint() const {
+    return {58, widgets::GuiSkin::DEFAULT().controlHeight};
+}
+
+QSize NumberField::minimumSizeHint() const {
+    return {40, sizeHint().height()};
+}
+
+void NumberField::keyPressEvent(QKeyEvent* event) {
+    if (event->modifiers().testFlag(Qt::AltModifier)) {
+        return event->ignore();
+    }
+    switch (event->key()) {
+        case Qt::Key_Up:
+            return changeBySteps(1.0, event->modifiers());
+        case Qt::Key_Down:
+            return changeBySteps(-1.0, event->modifiers());
+        case Qt::Key_Return:
+        case Qt::Key_Enter:
+            commit();
+            return selectAll();
+        case Qt::Key_Escape:
+            if (isModified()) {
+                revert();
+                return selectAll();
+            }
+            return event->ignore();
+        default:
+            break;
+    }
+    if (event->matches(QKeySequence::Undo) && !isUndoAvailable()) {
+        return event->ignore();  // then it is something larger that is to be undone
+    }
+    QLineEdit::keyPressEvent(event);
+}
+
+void NumberField::wheelEvent(QWheelEvent* event) {
+    constexpr double kNotch = 120.0;
+    if (!hasFocus()) {
+        return event->ignore();
+    }
+    // With Alt, and on some systems with Shift, the wheel is turned to the side.
+    const QPoint angle = event->angleDelta();
+    changeBySteps((angle.y() != 0 ? angle.y() : angle.x()) / kNotch, event->modifiers());
+    event->accept();
+}
+
+void NumberField::mousePressEvent(QMouseEvent* event) {
+    if (hasFocus() || event->button() != Qt::LeftButton) {
+        return QLineEdit::mousePressEvent(event);
+    }
+    isHeld_ = true;
+    isDragged_ = false;
+    heldX_ = event->position().x();
+    heldNumber_ = number_;
+}
+
+void NumberField::mouseMoveEvent(QMouseEvent* event) {
+    if (!isHeld_) {
+        return QLineEdit::mouseMoveEvent(event);
+    }
+    const double distance = event->position().x() - heldX_;
+    if (isDragged_ || std::abs(distance) >= QApplication::startDragDistance()) {
+        isDragged_ = true;
+        const double moved = distance * scale_.getStep() * getFactor(event->modifiers());
+        change(scale_.round(heldNumber_ + moved));
+    }
+}
+
+void NumberField::mouseReleaseEvent(QMouseEvent* event) {
+    if (!isHeld_) {
+        return QLineEdit::mouseReleaseEvent(event);
+    }
+    isHeld_ = false;
+    if (!isDragged_) {
+        setFocus(Qt::MouseFocusReason);
+        selectAll();
+    }
+}
+
+void NumberField::focusInEvent(QFocusEvent* event) {
+    QLineEdit::focusInEvent(event);
+    setCursor(Qt::IBeamCursor);
+    if (event->reason() != Qt::PopupFocusReason) {
+        selectAll();
+    }
+}
+
+void NumberField::focusOutEvent(QFocusEvent* event) {
+    commit();
+    setCursor(Qt::SizeHorCursor);
+    deselect();
+    QLineEdit::focusOutEvent(event);
+}
+
+void NumberField::paintEvent(QPaintEvent* event) {
+    QLineEdit::paintEvent(event);
+    if (mark_.isValid()) {
+        QPainter painter(this);
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(isEnabled() ? mark_ : mark_.darker(200));
+        painter.drawRoundedRect(QRectF(3.0, 5.0, 2.0, height() - 10.0), 1.0, 1.0);
+    }
+}
+
+void NumberField::commit() {
+    if (!isModified()) {
+        return;
+    }
+    const Optional<double> typed = scale_.parse(text());
+    setModified(false);
+    if (typed) {
+        change(scale_.limit(*typed));
+    }
+    revert();
+}
+
+void NumberField::revert() {
+    setText(scale_.toText(number_));
+    setModified(false);
+}
+
+void NumberField::change(double number) {
+    if (number == number_) {
+        return;
+    }
+    showNumber(number);
+    if (onEdited) {
+        onEdited(number);
+    }
+}
+
+void NumberField::changeBySteps(double steps, Qt::KeyboardModifiers modifiers) {
+    commit();
+    double step = scale_.getStep() * getFactor(modifiers);
+    if (scale_.isInteger) {
+        step = std::max(step, 1.0);
+    }
+    change(scale_.limit(std::round((number_ + steps * step) / step) * step));
+    selectAll();
+}
+
+}  // namespace tavrin::sheet

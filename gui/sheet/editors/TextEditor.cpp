@@ -1,0 +1,31 @@
+#include "gui/sheet/editors/TextEditor.h"
+
+#include "gui/sheet/SkinColors.h"
+
+#include <QHBoxLayout>
+#include <QLineEdit>
+
+namespace tavrin::sheet {
+
+TextEditor::TextEditor() : field_(new QLineEdit(this)) {
+    auto* layout = new QHBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(field_);
+    setFocusProxy(field_);
+    connect(field_, &QLineEdit::editingFinished, this, [this] {
+        if (field_->isModified()) {
+            field_->setModified(false);
+            tell(fromQt(field_->text()));
+        }
+    });
+}
+
+void TextEditor::showValue(const Value& value) {
+    const QString text = toQt(*value.get<String>());
+    if (!field_->isModified() && text != field_->text()) {
+        field_->setText(text);
+        field_->setCursorPosition(0);
+    }
+}
+
+}  // namespace tavrin::sheet

@@ -1,0 +1,185 @@
+#include "gui/sheet/Collapsible.h"
+#include "gui/sheet/DragHandle.h"
+#include "gui/sheet/ListItem.h"
+#include "gui/sheet/UndoBar.h"
+#include "gui/sheet/editors/NumberField.h"
+#include "gui/sheet/editors/ValueSlider.h"
+#include "tests/gui/sheet/SheetFixture.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <QCheckBox>
+#include <QMenu>
+
+namespace tavrin::tests {
+namespace {
+
+using sheet::NumberField;
+using sheet::ValueSlider;
+using testing::ElementsAre;
+
+using Data = colorkit::ColorMappingWithObservers::Data;
+
+TEST(PropertySheet, NumbersAreTypedSteppedAndDragged) {
+    ShownSheet shown({"Exposure", "WhiteBalance"});
+    auto& field = shown.find<NumberField>(0, "Exposure (EV)");
+    const auto stops = [&] { return shown.get<float>(0, "stops"); };
+    shown.click(field);
+    ASSERT_TRUE(waitFor([&] { return field.hasFocus(); }));
+    typeText("1.25");
+    EXPECT_EQ(stops(), 0.0f);
+    pressKey(WXK_RETURN);
+    EXPECT_TRUE(waitFor([&] { return stops() == 1.25f; })) << stops();
+    typeText("99");
+    pressKey(WXK_RETURN);
+    EXPECT_TRUE(waitFor([&] { return stops() == 10.0f; })) << stops();
+    typeText("abc");
+    pressKey(WXK_RETURN);
+    EXPECT_EQ(field.text(), "10.00");
+    pressKey(WXK_DOWN);
+    EXPECT_TRUE(waitFor([&] { return stops() == 9.9f; })) << stops();
+    turnWheel(*shown.window, toWindow(*shown.window, field), -2);
+    EXPECT_TRUE(waitFor([&] { return std::abs(stops() - 9.7f) < 1e-4f; })) << stops();
+    typeText("3");
+    pressKey(WXK_ESCAPE);
+    EXPECT_EQ(field.text(), "9.70");
+
+    auto& slider = shown.find<ValueSlider>(0, "Exposure (EV)");
+    const int y = slider.height() / 2;
+    const auto at = [&](double number) {
+        return QPoint(static_cast<int>(slider.getPosition(number)), y);
+    };
+    std::vector<float> seen;
+    const auto observer =
+        shown.model->addObserver(Data::kToneMapping, [&] { seen.push_back(stops()); });
+    dragMouse(*shown.window, slider, at(9.7), at(-5.0));
+    EXPECT_NEAR(stops(), -5.0f, 0.3f);
+    EXPECT_GT(seen.size(), 4u);  // while it moves
+    EXPECT_NEAR(field.text().toDouble(), stops(), 0.005);
+    doubleClickMouse(*shown.window, toWindow(*shown.window, slider, at(3.0)));
+    EXPECT_TRUE(waitFor([&] { return stops() == 0.0f; })) << stops();
+
+    // Without the keyboard, a field is dragged and leaves the wheel to others.
+    auto& other = shown.find<NumberField>(1, "Temperature (K)");
+    dragMouse(*shown.window, other, {30, 10}, {40, 10});
+    EXPECT_GT(shown.get<float>(1, "temperature"), 6500.0f);
+    const float dragged = shown.get<float>(1, "temperature");
+    turnWheel(*shown.window, toWindow(*shown.window, other), -2);
+    EXPECT_EQ(shown.get<float>(1, "temperature"), dragged);
+}
+
+TEST(PropertySheet, ShowsWhatOthersChange) {
+    ShownSheet shown({"Exposure", "HighlightCompression"});
+    GenericList list = shown.getList();
+    list[0].set("stops", -2.5f);
+    list[0].set("enabled", false);
+    list.push_back(ShownSheet::makeOperator("Tint"));
+    sheet::ListItem* const first = &shown.getItem(0);
+    shown.setList(list);
+    EXPECT_EQ(shown.find<NumberField>(0, "Exposure (EV)").text(), "-2.50");
+    EXPECT_FALSE(shown.getItem(0).getSwitch().isChecked());
+    EXPECT_EQ(shown.getItem(2).getTitle(), "Tint");
+    std::swap(list[0], list[1]);
+    shown.setList(list);
+    EXPECT_EQ(&shown.getItem(1), first);  // with its state
+    shown.setList({});
+    EXPECT_TRUE(shown.getSheet().getList().getItems().empty());
+    shown.model->set(Data::kEnabled, false);
+    EXPECT_FALSE(shown.getSheet().getSwitch().isChecked());
+    shown.model->set(Data::kSettingsSource, String("Camera (Time override)"));
+    EXPECT_FALSE(shown.getSheet().getList().isEnabled());
+    EXPECT_FALSE(shown.getSheet().getSwitch().isEnabled());
+}
+
+TEST(PropertySheet, ItemsAreSwitchedCopiedMovedAndRemoved) {
+    ShownSheet shown({"Exposure", "Saturation", "Clamp"});
+    sheet::PropertySheet& view = shown.getSheet();
+    shown.click(view.getSwitch());
+    EXPECT_TRUE(waitFor([&] { return !shown.model->getData().get<bool>(Data::kEnabled); }));
+    shown.click(shown.getItem(1).getSwitch());
+    EXPECT_TRUE(waitFor([&] { return !shown.get<bool>(1, "enabled"); }));
+
+    shown.getItem(0).takeFocus();
+    pressKey('D', wxMOD_CONTROL);
+    EXPECT_TRUE(waitFor([&] { return shown.getList().size() == 4; }));
+    EXPECT_THAT(shown.getTypes(), ElementsAre("Exposure", "Exposure", "Saturation", "Clamp"));
+    EXPECT_NE(shown.get<int>(0, "id"), shown.get<int>(1, "id"));
+    pressKey(WXK_DOWN, wxMOD_ALT);
+    EXPECT_TRUE(waitFor([&] { return shown.getTypes()[1] == "Saturation"; }));
+    EXPECT_THAT(shown.getTypes(), ElementsAre("Exposure", "Saturation", "Exposure", "Clamp"));
+
+    // The first item to the end, by its grip.
+    shown.waitForLayout();
+    QWidget& grip = shown.getItem(0).getHandle();
+    const QPoint start = grip.rect().center();
+    const QPoint end = grip.mapFrom(&view, QPoint(0, view.height() - 2));
+    dragMouse(*shown.window, grip, start, {start.x(), end.y()});
+    EXPECT_THAT(shown.getTypes(), ElementsAre("Saturation", "Exposure", "Clamp", "Exposure"));
+
+    shown.getItem(1).takeFocus();
+    const GenericList before = shown.getList();
+    pressKey(WXK_DELETE);
+    EXPECT_TRUE(waitFor([&] { return shown.getList().size() == 3; }));
+    keepScreenshot(*shown.frame, "sheet-removed");
+    pressKey('Z', wxMOD_CONTROL);
+    EXPECT_TRUE(waitFor([&] { return shown.getList() == before; }));
+    EXPECT_FALSE(view.getList().getUndoBar().isVisible());
+}
+
+TEST(PropertySheet, AddsFromMenusAndGoesBackFromPresets) {
+    ShownSheet shown({"Exposure"}, {340, 900});
+    sheet::ListSection& list = shown.getSheet().getList();
+    const auto open = [&](const QWidget& button) {
+        shown.click(button);
+        QMenu* menu = nullptr;
+        EXPECT_TRUE(waitFor([&] {
+            menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+            return menu != nullptr && menu->isVisible();
+        }));
+        return menu;
+    };
+    const auto choose = [&](QMenu& menu, const QString& text) {
+        for (QAction* action : menu.actions()) {
+            if (action->text() == text) {
+                clickMouse(*shown.window,
+                           toWindow(*shown.window, menu, menu.actionGeometry(action).center()));
+                return;
+            }
+        }
+        FAIL() << text.toStdString();
+    };
+    QMenu* menu = open(list.getAddButton());
+    ASSERT_NE(menu, nullptr);
+    keepScreenshot(*shown.frame, "sheet-add");
+    choose(*menu, "Tint");
+    ASSERT_TRUE(waitFor([&] { return shown.getList().size() == 2; }));
+    EXPECT_EQ(shown.getTypes()[1], "Tint");
+    const GenericList before = shown.getList();
+    menu = open(list.getPresetsButton());
+    ASSERT_NE(menu, nullptr);
+    choose(*menu, "AgX");
+    ASSERT_TRUE(waitFor([&] { return shown.getList() != before; }));
+    handleEvents();
+    pressKey('Z', wxMOD_CONTROL);
+    EXPECT_TRUE(waitFor([&] { return shown.getList() == before; }));
+}
+
+TEST(PropertySheet, OpensClosesAndScrolls) {
+    ShownSheet shown({"LiftGammaGain", "Filmic", "Curves"}, {320, 400});
+    const int height = shown.window->GetSize().y;
+    EXPECT_GT(shown.scrolled->GetVirtualSize().y, 400);
+    int changes = 0;
+    QObject::connect(&shown.getSheet(), &sheet::PropertySheet::collapsibleStateChanged,
+                     [&](bool) { ++changes; });
+    shown.getItem(0).takeFocus();
+    pressKey(WXK_LEFT);
+    EXPECT_TRUE(waitFor([&] { return shown.window->GetSize().y < height; }));
+    EXPECT_EQ(changes, 1);
+    shown.click(*shown.getSheet().getCollapsible().getHeader());
+    EXPECT_TRUE(waitFor([&] { return shown.window->GetSize().y < 60; }));
+    EXPECT_EQ(changes, 2);
+}
+
+}  // namespace
+}  // namespace tavrin::tests
