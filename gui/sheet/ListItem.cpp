@@ -21,8 +21,8 @@ ListItem::ListItem(const GenericObject& object, IPropertySheetHost& host, QWidge
       handle_(new DragHandle),
       switch_(new QCheckBox),
       menuButton_(makeIconButton(Glyph::More, tr("Commands for %1").arg(getTitle()), nullptr)),
-      form_(new ObjectForm(
-          object, EditorContext{host, [this] { return ListItemData::getId(object_); }})) {
+      form_(new ObjectForm(object,
+                           EditorContext{host, [this] { return ListItemData::getId(object_); }})) {
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(collapsible_);
@@ -35,9 +35,8 @@ ListItem::ListItem(const GenericObject& object, IPropertySheetHost& host, QWidge
     switch_->setVisible(ListItemData::find<bool>(object, ListItemData::kEnabled) != nullptr);
     connect(switch_, &QCheckBox::clicked, this,
             [this](bool isOn) { onEdited(ListItemData::kEnabled, Value(isOn)); });
-    connect(menuButton_, &QToolButton::clicked, this, [this] {
-        openMenu(menuButton_->mapToGlobal(QPoint(0, menuButton_->height())));
-    });
+    connect(menuButton_, &QToolButton::clicked, this,
+            [this] { openMenu(menuButton_->mapToGlobal(QPoint(0, menuButton_->height()))); });
     form_->onEdited = [this](const String& name, const Value& value) { onEdited(name, value); };
     if (form_->isEmpty()) {
         delete form_;

@@ -39,8 +39,7 @@ void addAction(QMenu& menu, const String& label, const String& description,
     QString shown = text;
     QAction* entry = menu.addAction(shown.replace('&', "&&"));
     entry->setToolTip(makeTooltip(toQt(description)));
-    QObject::connect(entry, &QAction::triggered, &menu,
-                     [text, action, run] { run(text, action); });
+    QObject::connect(entry, &QAction::triggered, &menu, [text, action, run] { run(text, action); });
 }
 
 void sayWhenEmpty(QMenu& menu, const QString& text) {

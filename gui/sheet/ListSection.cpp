@@ -13,6 +13,7 @@
 #include <QLabel>
 #include <QPointer>
 #include <algorithm>
+#include <utility>
 
 namespace tavrin::sheet {
 namespace {
@@ -81,20 +82,19 @@ void ListSection::makeButtons() {
 void ListSection::openMenu(QToolButton& button, bool isAdding) {
     guard([&] {
         const Attributes& attributes = model_.getListAttributes();
-        QMenu* menu =
-            isAdding ? makeAddMenu(
-                           attributes,
-                           [this](const QString&, const UiListAction& action) {
-                               change(action);
-                               items_.empty() ? void() : items_.back()->takeFocus();
-                           },
-                           this)
-                     : makePresetsMenu(
-                           attributes,
-                           [this](const QString& name, const UiListAction& action) {
-                               replace(tr("Preset %1").arg(name), action);
-                           },
-                           this);
+        QMenu* menu = isAdding ? makeAddMenu(
+                                     attributes,
+                                     [this](const QString&, const UiListAction& action) {
+                                         change(action);
+                                         items_.empty() ? void() : items_.back()->takeFocus();
+                                     },
+                                     this)
+                               : makePresetsMenu(
+                                     attributes,
+                                     [this](const QString& name, const UiListAction& action) {
+                                         replace(tr("Preset %1").arg(name), action);
+                                     },
+                                     this);
         menu->setMinimumWidth(button.width());
         menu->popup(button.mapToGlobal(QPoint(0, button.height() + 1)));
     });
@@ -109,6 +109,9 @@ void ListSection::guard(const Function<void()>& action) {
 }
 
 void ListSection::change(const UiListAction& action) {
+    if (std::exchange(isReplaced_, false)) {
+        undoBar_->end();  // it would also undo what is done now
+    }
     guard([&] {
         isChanging_ = true;
         const CallbackLifetime end([this] { isChanging_ = false; });
@@ -123,6 +126,7 @@ void ListSection::replace(const QString& what, const UiListAction& action) {
     if (model_.getList() != before) {
         layout_->removeWidget(undoBar_);
         layout_->insertWidget(1, undoBar_);
+        isReplaced_ = true;
         undoBar_->offer(what, [before](GenericList& list) { list = before; });
     }
 }
@@ -139,9 +143,8 @@ void ListSection::showList() {
     const GenericList& list = model_.getList();
     std::vector<ListItem*> rest = std::exchange(items_, {});
     for (const GenericObject& object : list) {
-        const auto found = std::find_if(rest.begin(), rest.end(), [&](const ListItem* item) {
-            return item->isFor(object);
-        });
+        const auto found = std::find_if(rest.begin(), rest.end(),
+                                        [&](const ListItem* item) { return item->isFor(object); });
         if (found == rest.end()) {
             items_.push_back(makeItem(object));
         } else {

@@ -64,9 +64,10 @@ private:
     QLabel* hint_;
     UndoBar* undoBar_;
     QWidget* dropLine_;
-    std::size_t dropPlace_ = 0;      ///< before which item what is dragged would come
-    bool isChanging_ = false;        ///< while the section itself changes the list
-    std::vector<ListItem*> items_;   ///< in the order of the list
+    std::size_t dropPlace_ = 0;     ///< before which item what is dragged would come
+    bool isChanging_ = false;       ///< while the section itself changes the list
+    bool isReplaced_ = false;       ///< what can be undone is all of the list
+    std::vector<ListItem*> items_;  ///< in the order of the list
 };
 
 }  // namespace tavrin::sheet

@@ -47,9 +47,8 @@ void ListSection::runCommand(ListItem& item, ItemCommand command) {
 void ListSection::remove(std::size_t index) {
     const GenericObject item = model_.getList().at(index);
     const QString title = items_.at(index)->getTitle();
-    change([&](GenericList& list) {
-        list.erase(list.begin() + static_cast<std::ptrdiff_t>(index));
-    });
+    change(
+        [&](GenericList& list) { list.erase(list.begin() + static_cast<std::ptrdiff_t>(index)); });
     // Where the item was, so that it is seen.
     layout_->removeWidget(undoBar_);
     layout_->insertWidget(layout_->indexOf(hint_) + 1 + static_cast<int>(index), undoBar_);

@@ -36,8 +36,7 @@ void NameLabel::setBold(bool isBold) {
 }
 
 QSize NameLabel::sizeHint() const {
-    return {fontMetrics().horizontalAdvance(text_) + 2,
-            widgets::GuiSkin::DEFAULT().controlHeight};
+    return {fontMetrics().horizontalAdvance(text_) + 2, widgets::GuiSkin::DEFAULT().controlHeight};
 }
 
 QSize NameLabel::minimumSizeHint() const {

@@ -22,6 +22,7 @@ PropertySheet::PropertySheet(SharedPtr<EntityPathModel> model, const String& tit
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(collapsible_);
+    layout->addStretch();
     setAccessibleName(toQt(title));
     switch_->setToolTip(tr("Use the operators of the list"));
     switch_->setAccessibleName(tr("Use the operators of the list"));

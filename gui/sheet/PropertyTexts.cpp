@@ -18,8 +18,7 @@ QString getName(const Definition& definition) {
 
 template <class Definition>
 QString getText(const Definition& definition) {
-    const auto* text =
-        definition.getAttributes().template get<String>(UiAttributes::kDescription);
+    const auto* text = definition.getAttributes().template get<String>(UiAttributes::kDescription);
     return text == nullptr ? QString() : toQt(*text);
 }
 

@@ -12,13 +12,11 @@ namespace tavrin::sheet {
 // of sRGB (IEC 61966-2-1).
 
 inline float encodeSrgb(float linear) {
-    return linear <= 0.0031308f ? 12.92f * linear
-                                : 1.055f * std::pow(linear, 1.0f / 2.4f) - 0.055f;
+    return linear <= 0.0031308f ? 12.92f * linear : 1.055f * std::pow(linear, 1.0f / 2.4f) - 0.055f;
 }
 
 inline float decodeSrgb(float encoded) {
-    return encoded <= 0.04045f ? encoded / 12.92f
-                               : std::pow((encoded + 0.055f) / 1.055f, 2.4f);
+    return encoded <= 0.04045f ? encoded / 12.92f : std::pow((encoded + 0.055f) / 1.055f, 2.4f);
 }
 
 inline QColor toDisplay(const CompressedRgb& linear) {

@@ -22,7 +22,8 @@ constexpr QSize kSize(220, 214);
 constexpr float kSame = 1e-4f;
 
 bool isSame(const CompressedRgb& a, const CompressedRgb& b) {
-    return std::abs(a.r - b.r) < kSame && std::abs(a.g - b.g) < kSame && std::abs(a.b - b.b) < kSame;
+    return std::abs(a.r - b.r) < kSame && std::abs(a.g - b.g) < kSame &&
+           std::abs(a.b - b.b) < kSame;
 }
 
 void drawRing(QPainter& painter, const QPointF& center) {
@@ -40,9 +41,7 @@ double getShare(double position, double start, double length) {
 }  // namespace
 
 ColorPopup::ColorPopup(const PropertyDefinition& property, QWidget* parent)
-    : QFrame(parent, Qt::Popup),
-      text_(new QLineEdit(this)),
-      numbers_(new VectorEditor(property)) {
+    : QFrame(parent, Qt::Popup), text_(new QLineEdit(this)), numbers_(new VectorEditor(property)) {
     setAttribute(Qt::WA_DeleteOnClose);
     setFixedSize(kSize);
     auto* label = new QLabel("sRGB", this);
@@ -143,7 +142,8 @@ void ColorPopup::mouseReleaseEvent(QMouseEvent*) {
 void ColorPopup::drag(const QPointF& position) {
     if (held_ == Part::Field) {
         saturation_ = static_cast<float>(getShare(position.x(), kField.x(), kField.width()));
-        brightness_ = 1.0f - static_cast<float>(getShare(position.y(), kField.y(), kField.height()));
+        brightness_ =
+            1.0f - static_cast<float>(getShare(position.y(), kField.y(), kField.height()));
         take(fromDisplay(getColor()));
     } else if (held_ == Part::Hue) {
         hue_ = static_cast<float>(getShare(position.y(), kHue.y(), kHue.height()));

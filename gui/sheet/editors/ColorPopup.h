@@ -13,7 +13,8 @@ class QLineEdit;
 namespace tavrin::sheet {
 
 /// A small window to choose a colour: a field of saturation and brightness, a bar of hues, the
-/// display's colour as six hexadecimal digits, and the linear numbers. It closes and deletes itself with a click elsewhere.
+/// display's colour as six hexadecimal digits, and the linear numbers. It closes and deletes itself
+/// with a click elsewhere.
 class ColorPopup final : public QFrame {
 public:
     ColorPopup(const PropertyDefinition& property, QWidget* parent);

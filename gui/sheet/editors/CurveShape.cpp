@@ -55,9 +55,8 @@ std::size_t addPoint(CurvePoints& points, CurvePoint point) {
     if (points.empty() && std::abs(point.x) < kEnds) {
         points = {{-kEnds, -kEnds}, {kEnds, kEnds}};
     }
-    const auto place =
-        std::lower_bound(points.begin(), points.end(), point.x,
-                         [](const CurvePoint& each, float x) { return each.x < x; });
+    const auto place = std::lower_bound(points.begin(), points.end(), point.x,
+                                        [](const CurvePoint& each, float x) { return each.x < x; });
     const auto index = static_cast<std::size_t>(place - points.begin());
     points.insert(place, point);
     movePoint(points, index, point);
@@ -65,8 +64,7 @@ std::size_t addPoint(CurvePoints& points, CurvePoint point) {
 }
 
 void movePoint(CurvePoints& points, std::size_t index, CurvePoint place) {
-    const float left =
-        index == 0 ? -kLargestCurveStop : points[index - 1].x + kSmallestStep;
+    const float left = index == 0 ? -kLargestCurveStop : points[index - 1].x + kSmallestStep;
     const float right =
         index + 1 == points.size() ? kLargestCurveStop : points[index + 1].x - kSmallestStep;
     points[index].x = std::max(left, std::min(place.x, right));

@@ -168,8 +168,7 @@ void CurveView::mouseMoveEvent(QMouseEvent* event) {
 }
 
 void CurveView::dragTo(const QPointF& position) {
-    const QRectF inside =
-        QRectF(rect()).adjusted(-kDragOut, -kDragOut, kDragOut, kDragOut);
+    const QRectF inside = QRectF(rect()).adjusted(-kDragOut, -kDragOut, kDragOut, kDragOut);
     isHeldOutside_ = !inside.contains(position);
     if (isHeldOutside_) {
         // As if it were gone already, until it comes back or is let go.

@@ -48,8 +48,8 @@ CurvesEditor::CurvesEditor(std::vector<const PropertyDefinition*> properties,
     layout->addWidget(view_);
     layout->addWidget(makeNumbers());
     view_->setAccessibleName(tr("Curve"));
-    view_->setToolTip(makeTooltip(
-        tr("Double-click adds a point. Delete, or dragging it out, removes it.")));
+    view_->setToolTip(
+        makeTooltip(tr("Double-click adds a point. Delete, or dragging it out, removes it.")));
     view_->onEdited = [this](const CurvePoints& points) { take(points); };
     view_->onSelected = [this] { showNumbers(); };
     histogramObserver_ = context_.host.addHistogramObserver([this] { showHistogram(); });
@@ -91,8 +91,8 @@ QWidget* CurvesEditor::makeNumbers() {
         row->addWidget(new QLabel(label, numbers));
         row->addWidget(field, 1);
         field->onEdited = [this](double) {
-            view_->moveSelected({static_cast<float>(x_->getNumber()),
-                                 static_cast<float>(y_->getNumber())});
+            view_->moveSelected(
+                {static_cast<float>(x_->getNumber()), static_cast<float>(y_->getNumber())});
         };
         return field;
     };

@@ -2,13 +2,14 @@
 
 #include "gui/widgets/GuiSkin.h"
 
-#include <QApplication>
 #include <QKeyEvent>
 #include <QPainter>
 #include <cmath>
 
 namespace tavrin::sheet {
 namespace {
+
+constexpr double kDragDistance = 4.0;  // a click may be as unsteady as this
 
 double getFactor(Qt::KeyboardModifiers modifiers) {
     return modifiers.testFlag(Qt::ShiftModifier)     ? 10.0
@@ -100,7 +101,7 @@ void NumberField::mouseMoveEvent(QMouseEvent* event) {
         return QLineEdit::mouseMoveEvent(event);
     }
     const double distance = event->position().x() - heldX_;
-    if (isDragged_ || std::abs(distance) >= QApplication::startDragDistance()) {
+    if (isDragged_ || std::abs(distance) >= kDragDistance) {
         isDragged_ = true;
         const double moved = distance * scale_.getStep() * getFactor(event->modifiers());
         change(scale_.round(heldNumber_ + moved));

@@ -100,16 +100,15 @@ NumberScale makeNumberScale(const PropertyDefinition& property, int component) {
     scale.isInteger = property.makeDefault().get<int>() != nullptr;
     const double widest = scale.isInteger ? std::numeric_limits<int>::max() : 1e9;
     const auto& limit = property.getLimit();
-    const NumberRange range =
-        limit && limit->range ? *limit->range : NumberRange{-widest, widest};
+    const NumberRange range = limit && limit->range ? *limit->range : NumberRange{-widest, widest};
     scale.minimum = range.minimum;
     scale.maximum = range.maximum;
     scale.defaultValue = getDefault(property, component);
     const int* flags = property.getAttributes().get<int>(UiAttributes::kFlags);
     setSlider(scale, flags != nullptr && (*flags & 1) != 0);
-    scale.decimals =
-        scale.isInteger ? 0
-                        : scale.hasSlider ? getDecimals(scale.softMaximum - scale.softMinimum) : 3;
+    scale.decimals = scale.isInteger   ? 0
+                     : scale.hasSlider ? getDecimals(scale.softMaximum - scale.softMinimum)
+                                       : 3;
     return scale;
 }
 

@@ -14,7 +14,7 @@ struct NumberScale {
     double softMinimum = 0.0;  ///< the ends of a slider
     double softMaximum = 0.0;
     double defaultValue = 0.0;
-    int decimals = 0;         ///< the least that are shown
+    int decimals = 0;  ///< the least that are shown
     bool hasSlider = false;
     bool isInteger = false;
 

@@ -70,7 +70,8 @@ bool PathEditor::eventFilter(QObject* object, QEvent* event) {
     const bool isResult = PropertyEditor::eventFilter(object, event);
     // The name is what tells files apart, the path is what is typed.
     if (event->type() == QEvent::FocusIn || event->type() == QEvent::FocusOut) {
-        QMetaObject::invokeMethod(this, [this] { showPath(); }, Qt::QueuedConnection);
+        QMetaObject::invokeMethod(
+            this, [this] { showPath(); }, Qt::QueuedConnection);
     }
     return isResult;
 }
@@ -82,7 +83,8 @@ void PathEditor::take(const Path& path) {
 }
 
 void PathEditor::choose() {
-    if (const Optional<Path> chosen = host_.chooseFile(u"Choose a file", path_, path_.extension())) {
+    if (const Optional<Path> chosen =
+            host_.chooseFile(u"Choose a file", path_, path_.extension())) {
         take(*chosen);
     }
 }

@@ -31,15 +31,14 @@ void ValueSlider::showNumber(double number) {
 }
 
 double ValueSlider::getPosition(double number) const {
-    const double share =
-        (number - scale_.softMinimum) / (scale_.softMaximum - scale_.softMinimum);
+    const double share = (number - scale_.softMinimum) / (scale_.softMaximum - scale_.softMinimum);
     return kRadius + 1.0 + std::clamp(share, 0.0, 1.0) * (width() - 2.0 * (kRadius + 1.0));
 }
 
 double ValueSlider::getNumber(double position) const {
     const double share = (position - kRadius - 1.0) / (width() - 2.0 * (kRadius + 1.0));
-    return scale_.round(scale_.softMinimum + std::clamp(share, 0.0, 1.0) *
-                                                 (scale_.softMaximum - scale_.softMinimum));
+    return scale_.round(scale_.softMinimum +
+                        std::clamp(share, 0.0, 1.0) * (scale_.softMaximum - scale_.softMinimum));
 }
 
 QSize ValueSlider::sizeHint() const {
@@ -57,8 +56,7 @@ void ValueSlider::paintEvent(QPaintEvent*) {
     const double middle = height() / 2.0;
     const double handle = getPosition(number_);
     // What is added to nothing, or taken from it, is filled.
-    const double origin =
-        getPosition(std::clamp(0.0, scale_.softMinimum, scale_.softMaximum));
+    const double origin = getPosition(std::clamp(0.0, scale_.softMinimum, scale_.softMaximum));
     painter.setPen(Qt::NoPen);
     painter.setBrush(toQt(skin.field));
     painter.drawRoundedRect(QRectF(1.0, middle - kGroove / 2, width() - 2.0, kGroove), 2.0, 2.0);

@@ -9,8 +9,8 @@
 #include <rapidcheck/gtest.h>
 
 #include <QApplication>
-#include <QComboBox>
 #include <QCheckBox>
+#include <QComboBox>
 #include <QToolButton>
 
 namespace tavrin::tests {
@@ -104,9 +104,8 @@ TEST(Editors, CurvesAreShapedByMouseAndNumbers) {
 RC_GTEST_PROP(Editors, CurvesStayCurves, ()) {
     CurvePoints points;
     const int steps = *rc::gen::inRange(1, 40);
-    const auto stop = rc::gen::map(rc::gen::inRange(-2000, 2000), [](int value) {
-        return static_cast<float>(value) / 100.0f;
-    });
+    const auto stop = rc::gen::map(rc::gen::inRange(-2000, 2000),
+                                   [](int value) { return static_cast<float>(value) / 100.0f; });
     for (int i = 0; i < steps; ++i) {
         const CurvePoint place{*stop, *stop};
         if (points.empty() || (*rc::gen::arbitrary<bool>() && points.size() < 30)) {

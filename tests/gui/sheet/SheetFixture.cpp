@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 #include <wx/sizer.h>
 
+#include <QGuiApplication>
 #include <cmath>
 
 namespace tavrin::tests {
@@ -21,7 +22,8 @@ Optional<sheet::StopHistogram> TestHost::getHistogram(int operatorId) {
     for (int channel = 0; channel < 3; ++channel) {
         for (int bin = 0; bin < 128; ++bin) {
             const float x = static_cast<float>(bin) / 128.0f - 0.45f - 0.08f * channel;
-            const float y = std::exp(-30.0f * x * x) + 0.3f * std::exp(-200.0f * (x - 0.3f) * (x - 0.3f));
+            const float y =
+                std::exp(-30.0f * x * x) + 0.3f * std::exp(-200.0f * (x - 0.3f) * (x - 0.3f));
             histogram.counts[channel].push_back(y);
         }
     }
@@ -54,6 +56,8 @@ ShownSheet::ShownSheet(const std::vector<const char*>& operators, wxSize size) :
     frame.show();
     EXPECT_TRUE(waitUntilShown(*window->getWidget()));
     waitForLayout();
+    window->SetFocus();
+    EXPECT_TRUE(waitFor([] { return QGuiApplication::focusWindow() != nullptr; }));
 }
 
 ShownSheet::~ShownSheet() {
@@ -94,7 +98,8 @@ void ShownSheet::waitForLayout() const {
     QSize last;
     EXPECT_TRUE(waitFor([&] {
         const QSize now = getSheet().size();
-        return std::exchange(last, now) == now && getSheet().height() >= getSheet().sizeHint().height();
+        return std::exchange(last, now) == now &&
+               getSheet().height() >= getSheet().sizeHint().height();
     }));
 }
 
