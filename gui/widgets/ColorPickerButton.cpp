@@ -25,6 +25,11 @@ void ColorPickerButton::setColor(const Rgb& color, bool notify) {
 }
 
 void ColorPickerButton::onClick() {
+    // After the click has been handled, as the dialog handles events of its own.
+    CallAfter([this] { pick(); });
+}
+
+void ColorPickerButton::pick() {
     // What is around the button may be rebuilt while the dialog is open.
     const wxWeakRef<ColorPickerButton> self(this);
     const auto set = [&self](const Rgb& color) {

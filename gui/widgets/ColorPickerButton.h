@@ -26,6 +26,7 @@ public:
 
 private:
     void onClick() override;
+    void pick();
     void paint(wxGraphicsContext& canvas) override;
     wxSize DoGetBestClientSize() const override { return FromDIP(size_); }
 

@@ -68,6 +68,7 @@ public:
 
 private:
     void onClick() override { onClick_(); }
+    bool clicksOnReturn() const override { return false; }
     wxSize DoGetBestClientSize() const override { return FromDIP(wxSize(kSwatch, kSwatch)); }
     void paint(wxGraphicsContext& canvas) override {
         const BoxState state = getBoxState();

@@ -13,10 +13,10 @@ enum class MessageIcon { None = 0, Error = 1, Warning = 2, Information = 3, Ques
 
 /// What a message dialog says and how it may be left.
 struct Message {
-    String caption;  ///< without one, the dialog has no title bar
-    String text;     ///< lines are broken where they are too long
+    String caption{};  ///< without one, the dialog has no title bar
+    String text{};     ///< lines are broken where they are too long
     MessageIcon icon = MessageIcon::None;
-    std::vector<String> buttons;  ///< from left to right; Return presses the first
+    std::vector<String> buttons{};  ///< from left to right; Return presses the first
     /// Whether the title bar has a button that closes it, and Escape does.
     bool closes = true;
     /// Whether a click on another window of the program closes it.

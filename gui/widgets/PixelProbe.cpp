@@ -14,7 +14,7 @@ constexpr int kMargin = 8;
 constexpr int kSwatch = 18;
 constexpr int kLineHeight = 16;
 constexpr int kNameWidth = 52;
-constexpr int kValueWidth = 58;
+constexpr int kValueWidth = 68;
 constexpr int kMessageWidth = 360;
 
 wxString formatValue(float value) {

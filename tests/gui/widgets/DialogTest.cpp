@@ -101,42 +101,44 @@ TEST(MessageDialog, StaysOnTheDisplayWithLongTexts) {
     });
 }
 
-/// Answers file dialogs with paths, one after the other, and then cancels them.
+/// Types paths into file dialogs, one after the other, and then cancels them; keeps the files that
+/// are asked about.
 class FileDialogAnswers final : public wxModalDialogHook {
 public:
     explicit FileDialogAnswers(std::vector<std::string> paths) : paths_(std::move(paths)) {
         Register();
     }
+    int getQuestions() const { return questions_; }
 
 protected:
     int Enter(wxDialog* dialog) override {
-        auto* const files = dynamic_cast<wxFileDialog*>(dialog);
-        if (files == nullptr) {
-            // The question whether to replace: presses the keeping button.
-            dialog->CallAfter([dialog] {
-                waitFor([&] { return dialog->IsActive(); });
-                pressKey(WXK_RETURN);
-            });
-            ++questions;
-            return wxID_NONE;
-        }
-        if (next_ == paths_.size()) {
-            return wxID_CANCEL;
-        }
-        files->SetPath(paths_[next_++]);
-        return wxID_OK;
+        const bool isForFiles = dynamic_cast<wxFileDialog*>(dialog) != nullptr;
+        questions_ += isForFiles ? 0 : 1;
+        dialog->CallAfter([this, dialog, isForFiles] {
+            EXPECT_TRUE(waitFor([&] { return dialog->IsActive(); }));
+            if (isForFiles && next_ == paths_.size()) {
+                pressKey(WXK_ESCAPE);
+                return;
+            }
+            if (isForFiles) {
+                pressKey('A', wxMOD_CONTROL);
+                typeText(paths_[next_++]);
+            }
+            pressKey(WXK_RETURN);
+        });
+        return wxID_NONE;
     }
 
 private:
     std::vector<std::string> paths_;
     std::size_t next_ = 0;
-
-public:
-    int questions = 0;
+    int questions_ = 0;
 };
 
 TEST(FileDialogs, AddTheExtensionAndAskBeforeReplacing) {
-    const auto folder = std::filesystem::temp_directory_path() / "tavrin-file-dialogs";
+    TestFrame frame;
+    frame.show();
+    const auto folder = std::filesystem::temp_directory_path() / "tavrinfiles";
     std::filesystem::remove_all(folder);
     std::filesystem::create_directories(folder);
     std::ofstream(folder / "there.png") << "x";
@@ -157,8 +159,8 @@ TEST(FileDialogs, AddTheExtensionAndAskBeforeReplacing) {
             answer = (folder / answer).string();
         }
         FileDialogAnswers hook(answers);
-        const auto path = askForFileToSave(nullptr, "Save as", filter, Path(folder), "image.png");
-        EXPECT_EQ(hook.questions, questions) << saved;
+        const auto path = askForFileToSave(&*frame, "Save as", filter, Path(folder), "image.png");
+        EXPECT_EQ(hook.getQuestions(), questions) << saved;
         ASSERT_EQ(path.has_value(), *saved != '\0') << saved;
         if (path) {
             EXPECT_EQ(path->fileName(), String(saved));

@@ -1,9 +1,11 @@
 #include "gui/widgets/AutoSizedButton.h"
 #include "gui/widgets/CheckBox.h"
 #include "gui/widgets/CollapsiblePanel.h"
+#include "gui/widgets/ColorPickerButton.h"
 #include "gui/widgets/ComboBox.h"
 #include "gui/widgets/Conversions.h"
 #include "gui/widgets/Spinner.h"
+#include "gui/widgets/TextField.h"
 #include "gui/widgets/Tooltip.h"
 #include "tests/gui/Gui.h"
 
@@ -82,6 +84,10 @@ private:
         add("Unchecked:", unchecked);
         auto* const button = new AutoSizedButton(body, wxID_ANY, "Custom denoise...", 24, 75);
         add("Button:", button);
+        add("Color:", new ColorPickerButton(body, wxID_ANY, "Color", {35, 18}, {1, 0.4f, 0.1f}));
+        auto* const text = new TextField(body, wxID_ANY, 110);
+        text->setText("Typed text");
+        add("Text:", text);
         add("Primary:",
             new AutoSizedButton(body, wxID_ANY, "Denoise", 24, 75, AutoSizedButton::Look::Primary));
         body->SetSizer(grid);
