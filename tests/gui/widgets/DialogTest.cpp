@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 #include <wx/filedlg.h>
 #include <wx/modalhook.h>
+#include <wx/stopwatch.h>
 
 #include <filesystem>
 #include <fstream>
@@ -101,8 +102,8 @@ TEST(MessageDialog, StaysOnTheDisplayWithLongTexts) {
     });
 }
 
-/// Types paths into file dialogs, one after the other, and then cancels them; keeps the files that
-/// are asked about.
+/// Types paths into file dialogs, one after the other, and then cancels them; counts
+/// the questions, and answers them with the first button.
 class FileDialogAnswers final : public wxModalDialogHook {
 public:
     explicit FileDialogAnswers(std::vector<std::string> paths) : paths_(std::move(paths)) {
@@ -112,10 +113,17 @@ public:
 
 protected:
     int Enter(wxDialog* dialog) override {
+        if (dialog == current_) {
+            return wxID_NONE;  // file dialogs tell of themselves twice
+        }
+        current_ = dialog;
         const bool isForFiles = dynamic_cast<wxFileDialog*>(dialog) != nullptr;
         questions_ += isForFiles ? 0 : 1;
         dialog->CallAfter([this, dialog, isForFiles] {
-            EXPECT_TRUE(waitFor([&] { return dialog->IsActive(); }));
+            // wxWidgets does not know when the system's own dialog has got the keyboard.
+            const wxStopWatch watch;
+            EXPECT_TRUE(
+                waitFor([&] { return isForFiles ? watch.Time() > 500 : dialog->IsActive(); }));
             if (isForFiles && next_ == paths_.size()) {
                 pressKey(WXK_ESCAPE);
                 return;
@@ -128,8 +136,10 @@ protected:
         });
         return wxID_NONE;
     }
+    void Exit(wxDialog*) override { current_ = nullptr; }
 
 private:
+    wxDialog* current_ = nullptr;
     std::vector<std::string> paths_;
     std::size_t next_ = 0;
     int questions_ = 0;
