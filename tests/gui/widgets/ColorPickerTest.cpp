@@ -96,7 +96,6 @@ protected:
 
 TEST_F(ColorPickerTest, TellsOfColorsWhileTheyAreTriedOut) {
     pick([&](wxWindow& dialog) {
-        keepScreenshot(dialog, "color-picker");
         EXPECT_EQ(find<Spinner>(dialog, "Linear R").getValue(), 4.0f);
         EXPECT_EQ(find<Spinner>(dialog, "sRGB R").getValue(), 255.0f);
         auto& wheel = find<ColorWheel>(dialog, "ColorWheel");
@@ -111,6 +110,7 @@ TEST_F(ColorPickerTest, TellsOfColorsWhileTheyAreTriedOut) {
         expectNear(reported_.back(), {4.0f, 6.0f, 0.0f}, 0.03f);
         // Return in the field is for the field, here it is for the dialog.
         wheel.SetFocus();
+        keepScreenshot(dialog, "color-picker");
         pressKey(WXK_RETURN);
     });
     expectNear(button_->getColor(), {4.0f, 6.0f, 0.0f}, 0.03f);
