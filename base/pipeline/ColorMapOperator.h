@@ -16,8 +16,8 @@ class ColorMapOperator final : public DependentMixin<1, SettingsMixin<IOperator>
 public:
     static constexpr std::uint32_t kNoStage = 0xFFFFFFFF;
 
-    /// The id of the operator of the tone mapping behind which colours are measured. Without one
-    /// the measured colours are black.
+    /// The id of the operator of the tone mapping whose input is measured. Without one the measured
+    /// colours are black.
     void setHistogramStage(std::uint32_t stage) { histogramStage_ = stage; }
 
     /// Lets the camera of the settings take part in the colour mapping.

@@ -1,5 +1,6 @@
 #include "gui/components/DrawPanel.h"
 
+#include "foundation/logging/DebugLogger.h"
 #include "gui/widgets/Conversions.h"
 #include "gui/widgets/GuiSkin.h"
 #include "gui/widgets/ScopedWindowFreezer.h"
@@ -10,6 +11,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <string>
 #include <utility>
 
 namespace tavrin::components {
@@ -30,6 +32,12 @@ int scaled(int number, float factor) {
 
 Pixel scaled(Pixel pixel, float factor) {
     return {scaled(pixel.x, factor), scaled(pixel.y, factor)};
+}
+
+const DebugLogger logger("DrawPanel::onCanvasPaint");
+
+String describe(Pixel pixel) {
+    return String::fromUtf8("(" + std::to_string(pixel.x) + ", " + std::to_string(pixel.y) + ")");
 }
 
 float powerOfTwo(int exponent) {
@@ -188,8 +196,8 @@ void DrawPanel::setZoom(int level) {
     {
         const widgets::ScopedWindowFreezer freezer(this);
         Layout();
-        canvas_->Refresh(true);
-        canvas_->Update();
+        buffer_.invalidate();
+        canvas_->Refresh(false);
         if (middle.x >= 0 && middle.x < imageSize_.x && middle.y >= 0 && middle.y < imageSize_.y) {
             const Pixel zoomed = scaled(middle, powerOfTwo(level_));
             const wxSize size = canvas_->GetClientSize();
@@ -207,55 +215,52 @@ void DrawPanel::scrollBy(int dx, int dy) {
 }
 
 void DrawPanel::onScrolled() {
-    const Bucket view = getView();
-    const Bucket kept = {std::max(lastView_.x0, view.x0), std::max(lastView_.y0, view.y0),
-                         std::min(lastView_.x1, view.x1), std::min(lastView_.y1, view.y1)};
-    if (kept.x0 < kept.x1 && kept.y0 < kept.y1) {
-        canvas_->ScrollWindow((lastView_.x0 - kept.x0) + (lastView_.x1 - kept.x1),
-                              (lastView_.y0 - kept.y0) + (lastView_.y1 - kept.y1));
-        canvas_->Update();
-        refreshFullLater();
-    } else {
-        canvas_->Refresh(true);
-        canvas_->Update();
-    }
+    canvas_->Refresh(false);
+    canvas_->Update();
+    refreshFullLater();
+}
+
+void DrawPanel::refreshFull() {
+    buffer_.invalidate();
+    canvas_->Refresh(false);
+    canvas_->Update();
 }
 
 void DrawPanel::refreshFullLater() {
     if (!fullRefresh_) {
-        fullRefresh_ = [this] {
-            canvas_->Refresh(true);
-            canvas_->Update();
-        };
+        fullRefresh_ = [this] { refreshFull(); };
     }
     fullRefresh_.scheduleDelayed(kFullRefreshDelay);
 }
 
 void DrawPanel::onCanvasPaint() {
     wxPaintDC dc(canvas_);
-    dc.SetPen(*wxGREEN_PEN);
-    dc.SetBrush(*wxRED_BRUSH);
-    for (wxRegionIterator part(canvas_->GetUpdateRegion()); part; ++part) {
-        paintRectangle(dc, part.GetRect());
+    // What the buffer has of the view stays, so that scrolling asks for the strip that appears.
+    buffer_.setView(getView(), static_cast<int>(canvas_->GetContentScaleFactor()));
+    for (const wxRect& part : buffer_.getStale()) {
+        drawPart(part);
     }
-    lastView_ = getView();
+    buffer_.setDrawn();
+    buffer_.paint(dc);
 }
 
-void DrawPanel::paintRectangle(wxDC& dc, const wxRect& rectangle) const {
-    const Bucket client = widgets::toBucket(rectangle);
-    const Pixel thumbs = getThumbs();
+void DrawPanel::drawPart(const wxRect& part) {
+    const Bucket client = widgets::toBucket(part);
+    const Pixel thumbs = {buffer_.getView().x0, buffer_.getView().y0};
     const Pixel first = toImage({thumbs.x + client.x0, thumbs.y + client.y0});
     const Pixel last = toImage({thumbs.x + client.x1 - 1, thumbs.y + client.y1 - 1});
-    const auto bitmap = drawProvider_ ? drawProvider_({first.x, first.y, last.x + 1, last.y + 1},
-                                                      powerOfTwo(-level_))
-                                      : std::nullopt;
+    const Bucket region = {first.x, first.y, last.x + 1, last.y + 1};
+    const auto bitmap = drawProvider_ ? drawProvider_(region, powerOfTwo(-level_)) : std::nullopt;
     if (!bitmap) {
-        dc.DrawRectangle(rectangle);
+        buffer_.drawMissing(part);
         return;
     }
+    if (isDevelopmentEnviro()) {
+        logger.debug("Repainting image", {{"from", describe({region.x0, region.y0})},
+                                          {"to", describe({region.x1, region.y1})}});
+    }
     const Pixel corner = scaled(first, powerOfTwo(level_));
-    dc.DrawBitmap(widgets::toWxBitmap(*bitmap, false), corner.x - thumbs.x, corner.y - thumbs.y,
-                  false);
+    buffer_.draw(*bitmap, {corner.x - thumbs.x, corner.y - thumbs.y});
 }
 
 Pixel DrawPanel::toImage(Pixel zoomed) const {

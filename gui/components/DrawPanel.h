@@ -5,6 +5,7 @@
 #include "foundation/Function.h"
 #include "foundation/Geometry.h"
 #include "foundation/Optional.h"
+#include "gui/widgets/CanvasBuffer.h"
 #include "gui/widgets/DelayedCallback.h"
 #include "gui/widgets/PixelProbe.h"
 #include "gui/widgets/ZoomableScrollable.h"
@@ -16,8 +17,8 @@
 namespace tavrin::components {
 
 /// The canvas: shows an image at powers of two of its size, scrolls and pans it, and probes its
-/// pixels. It owns no pixels: each repaint asks for exactly what is to be painted, at its scale.
-/// Main thread; the providers are called there too.
+/// pixels. It asks for exactly what has to be painted anew, at its scale, and keeps only what is on
+/// the display. Main thread; the providers are called there too.
 ///
 /// There are three kinds of coordinates: client coordinates of the canvas; zoomed ones, which are
 /// pixels of the image at its zoom; and those of the image.
@@ -59,7 +60,9 @@ public:
     void scrollBy(int dx, int dy);
     static constexpr int kPageSize = 15;
 
-    /// Repaints all of the canvas soon; a burst of requests ends in one repaint.
+    /// Asks for all that is shown anew and paints it: the image has changed.
+    void refreshFull();
+    /// The same soon; a burst of requests ends in one repaint.
     void refreshFullLater();
 
     bool Layout() override;
@@ -85,7 +88,7 @@ private:
     void onScrolled();
 
     void onCanvasPaint();
-    void paintRectangle(wxDC& dc, const wxRect& rectangle) const;
+    void drawPart(const wxRect& part);
 
     MouseEvent convert(const wxMouseEvent& event) const;
     Pixel toImage(Pixel zoomed) const;
@@ -104,8 +107,8 @@ private:
     wxScrollBar* verticalBar_ = nullptr;
     wxPanel* corner_ = nullptr;
     widgets::DelayedCallback fullRefresh_;
-    Bucket lastView_{0, 0, 0, 0};  ///< what the canvas showed at the last paint, zoomed
-    Pixel panAnchor_{0, 0};        ///< what of the image is held by the middle button
+    widgets::CanvasBuffer buffer_;  ///< of the view, which is in zoomed coordinates
+    Pixel panAnchor_{0, 0};         ///< what of the image is held by the middle button
 };
 
 }  // namespace tavrin::components

@@ -38,10 +38,10 @@ public:
 
     /// Whether there is an image to pick colours from.
     virtual bool canPickColor() const = 0;
-    /// The next pixel that the user clicks, in linear Rec. 709; nothing when the user gave up.
-    /// Picking ends with that, or with the answer.
+    /// What enters the operator with this id at the next pixel that the user clicks, in linear
+    /// Rec. 709; nothing when the user gave up. Picking ends with that, or with the answer.
     [[nodiscard]] virtual CallbackLifetime pickColor(
-        Function<void(const Optional<CompressedRgb>&)> onPicked) = 0;
+        int operatorId, Function<void(const Optional<CompressedRgb>&)> onPicked) = 0;
 
     /// One sentence on something that did not work.
     virtual void showError(const String& message) = 0;

@@ -5,6 +5,7 @@
 #include "gui/sheet/ListSection.h"
 #include "gui/sheet/UndoBar.h"
 
+#include <QLabel>
 #include <QVBoxLayout>
 #include <algorithm>
 

@@ -6,7 +6,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <iterator>
 #include <vector>
 
 namespace tavrin::colorkit {
@@ -55,7 +54,7 @@ StageList makeHistogramStages(const EntityHolder<IColorMappingOperator>& pipelin
     if (found == operators.end()) {
         stages.addMatrix(Matrix3::diagonal({0.0, 0.0, 0.0}));
     } else if (isEnabled) {
-        operators.erase(std::next(found), operators.end());
+        operators.erase(found, operators.end());
         appendContextExposure(environment.context, stages);
         appendOperators(operators, environment, stages);
     }

@@ -24,11 +24,11 @@ public:
                          const MappingEnvironment& environment);
 };
 
-/// A pipeline made ready for measuring what leaves one of its operators: colours are mapped like
-/// those of a picture up to and including the operator whose id is `stage` and are not encoded for
-/// the display. Operators that are switched off, and with `isEnabled` false all of them together
-/// with the exposures of the context, pass on what they get. Without an operator of that id, ids
-/// being positive, colours become black.
+/// A pipeline made ready for measuring what enters one of its operators: colours are mapped like
+/// those of a picture up to the operator whose id is `stage`, which takes no part itself, and are
+/// not encoded for the display. Operators that are switched off, and with `isEnabled` false all of
+/// them together with the exposures of the context, pass on what they get. Without an operator of
+/// that id, ids being positive, colours become black.
 class HistogramColorMappingOperator : public StagedMapping {
 public:
     HistogramColorMappingOperator(const EntityHolder<IColorMappingOperator>& pipeline,

@@ -40,7 +40,7 @@ private:
 
 ColorEditor::ColorEditor(const PropertyDefinition& property, const EditorContext& context)
     : property_(property),
-      host_(context.host),
+      context_(context),
       swatch_(new Swatch(this)),
       dropper_(makeIconButton(Glyph::Dropper, tr("Pick the colour from the image"), this)) {
     auto* layout = new QHBoxLayout(this);
@@ -76,7 +76,7 @@ void ColorEditor::take(const CompressedRgb& color) {
 
 void ColorEditor::showColor() {
     static_cast<Swatch*>(swatch_)->showColor(toDisplay(color_));
-    dropper_->setEnabled(host_.canPickColor());
+    dropper_->setEnabled(context_.host.canPickColor());
 }
 
 void ColorEditor::openPopup() {
@@ -89,13 +89,14 @@ void ColorEditor::openPopup() {
 void ColorEditor::pick(bool isOn) {
     picking_ = CallbackLifetime();
     if (isOn) {
-        picking_ = host_.pickColor([this](const Optional<CompressedRgb>& picked) {
-            dropper_->setChecked(false);
-            if (picked) {
-                take({std::clamp(picked->r, 0.0f, 1.0f), std::clamp(picked->g, 0.0f, 1.0f),
-                      std::clamp(picked->b, 0.0f, 1.0f)});
-            }
-        });
+        picking_ = context_.host.pickColor(
+            context_.getItemId(), [this](const Optional<CompressedRgb>& picked) {
+                dropper_->setChecked(false);
+                if (picked) {
+                    take({std::clamp(picked->r, 0.0f, 1.0f), std::clamp(picked->g, 0.0f, 1.0f),
+                          std::clamp(picked->b, 0.0f, 1.0f)});
+                }
+            });
     }
 }
 

@@ -27,7 +27,7 @@ private:
     void pick(bool isOn);
 
     const PropertyDefinition& property_;
-    IPropertySheetHost& host_;
+    EditorContext context_;
     CompressedRgb color_;
     QToolButton* swatch_;
     QToolButton* dropper_;

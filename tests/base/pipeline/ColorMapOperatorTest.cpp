@@ -82,11 +82,11 @@ TEST_F(ColorMapTest, AlphaPassesAndDataPassesAreNotMapped) {
     EXPECT_EQ(chain_.includeAlpha.getElements().front().kind, ElementKind::Rgba);
 }
 
-TEST_F(ColorMapTest, MeasuresBehindAnOperator) {
+TEST_F(ColorMapTest, MeasuresWhatEntersAnOperator) {
     const auto pipeline = test_.colorMapping.getPipeline();
-    const auto exposure = pipeline->getPredecessor()->getPredecessor();
+    const auto afterExposure = pipeline->getPredecessor();
     const auto source = get(chain_.includeAlpha, "", whole_, 1.0f);
-    chain_.colorMap.setHistogramStage(static_cast<std::uint32_t>(exposure->getId()));
+    chain_.colorMap.setHistogramStage(static_cast<std::uint32_t>(afterExposure->getId()));
     EXPECT_FLOAT_EQ(get(chain_.colorMap, "", whole_, 1.0f, Control::Measure).at(2, 2).g,
                     source.at(2, 2).g * 2.0f);
     chain_.colorMap.setHistogramStage(ColorMapOperator::kNoStage);

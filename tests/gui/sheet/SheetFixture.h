@@ -21,7 +21,8 @@ public:
     Optional<sheet::StopHistogram> getHistogram(int operatorId) override;
     CallbackLifetime addHistogramObserver(Function<void()>) override { return {}; }
     bool canPickColor() const override { return true; }
-    CallbackLifetime pickColor(Function<void(const Optional<CompressedRgb>&)> callback) override {
+    CallbackLifetime pickColor(int,
+                               Function<void(const Optional<CompressedRgb>&)> callback) override {
         onPicked = std::move(callback);
         return {};
     }

@@ -38,7 +38,7 @@ RC_GTEST_PROP(HistogramColorMappingOperator, MapsLikeThePipelineUpToTheOperator,
         linear.displayGamma = 1.0f;
         std::vector<Rgb> expected = colors;
         ColorMappingOperator<0>(
-            makePipeline({operators.begin(), operators.begin() + static_cast<int>(i) + 1}), true,
+            makePipeline({operators.begin(), operators.begin() + static_cast<int>(i)}), true,
             {linear, kDisplaySize})
             .mapRow(expected, {});
         RC_ASSERT(std::ranges::equal(measured, expected, haveSameBits));
@@ -60,7 +60,7 @@ TEST(HistogramColorMappingOperator, AnUnknownStageIsBlack) {
 
 TEST(HistogramColorMappingOperator, OffMeasuresTheImageItself) {
     ColorMapping colorMapping;
-    colorMapping.setPipeline(makePipeline({exposure(1.0f)}));
+    colorMapping.setPipeline(makePipeline({exposure(1.0f), exposure(3.0f)}));
     colorMapping.setEnabled(false);
     CommonColorMappingContext context;
     context.viewExposure = 2.0f;

@@ -1,0 +1,42 @@
+#pragma once
+
+#include "base/pipeline/Performer.h"
+#include "base/settings/Settings.h"
+#include "foundation/SharedPtr.h"
+#include "foundation/String.h"
+#include "gui/components/PropertySheetHost.h"
+#include "services/colorkit/ColorMapping.h"
+
+#include <vector>
+
+namespace tavrin::windows {
+class MainFrame;
+}
+
+namespace tavrin::app {
+
+/// The long-lived objects of the editor, in the order in which they need each other. Main thread.
+class ImageEditorApp {
+public:
+    /// Shows the main window.
+    ImageEditorApp();
+
+    /// Opens the image when exactly one is named.
+    void openNamed(const std::vector<String>& arguments);
+
+    windows::MainFrame& getMainFrame() const { return *mainFrame_; }
+
+private:
+    SharedPtr<settings::Settings> settings_ = std::make_shared<settings::Settings>();
+    SharedPtr<colorkit::ColorMapping> colorMapping_ = std::make_shared<colorkit::ColorMapping>();
+    pipeline::Performer performer_{*settings_, *colorMapping_};
+    SharedPtr<components::PropertySheetHost> propertySheetHost_ =
+        std::make_shared<components::PropertySheetHost>();
+    windows::MainFrame* mainFrame_;  ///< ends when the user closes it
+};
+
+/// Runs the editor until its last window is closed; the program's exit code. wxWidgets has not been
+/// started.
+int run(const std::vector<String>& arguments);
+
+}  // namespace tavrin::app
