@@ -11,6 +11,7 @@
 #include <wx/init.h>
 
 #include <cstdlib>
+#include <utility>
 
 namespace tavrin::app {
 namespace {
@@ -60,16 +61,21 @@ public:
 
 }  // namespace
 
-ImageEditorApp::ImageEditorApp()
+ImageEditorApp::ImageEditorApp(std::vector<String> arguments)
     : mainFrame_(new windows::MainFrame(nullptr, *settings_, *colorMapping_, performer_,
                                         propertySheetHost_)) {
     wxTheApp->SetTopWindow(mainFrame_);
+    // Dialogs of a load are placed over the window, which is on the display only then.
+    mainFrame_->Bind(wxEVT_SHOW, [this, names = std::move(arguments)](wxShowEvent& event) mutable {
+        event.Skip();
+        open(std::exchange(names, {}));
+    });
     mainFrame_->Show();
 }
 
-void ImageEditorApp::openNamed(const std::vector<String>& arguments) {
-    if (arguments.size() == 1) {
-        performer_.load.load({}, {Path(arguments.front())});
+void ImageEditorApp::open(const std::vector<String>& names) {
+    if (names.size() == 1) {
+        performer_.load.load({}, {Path(names.front())});
     }
 }
 
@@ -82,8 +88,7 @@ int run(const std::vector<String>& arguments) {
     const sheet::QtRuntime qt;
     const RegisteredTypes types;
     settings::allPropertyIds();
-    ImageEditorApp application;
-    application.openNamed(arguments);
+    const ImageEditorApp application(arguments);
     wxTheApp->OnRun();
     return EXIT_SUCCESS;
 }

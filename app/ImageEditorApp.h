@@ -18,15 +18,12 @@ namespace tavrin::app {
 /// The long-lived objects of the editor, in the order in which they need each other. Main thread.
 class ImageEditorApp {
 public:
-    /// Shows the main window.
-    ImageEditorApp();
-
-    /// Opens the image when exactly one is named.
-    void openNamed(const std::vector<String>& arguments);
-
-    windows::MainFrame& getMainFrame() const { return *mainFrame_; }
+    /// Shows the main window, and opens an image in it when exactly one is named.
+    explicit ImageEditorApp(std::vector<String> arguments);
 
 private:
+    void open(const std::vector<String>& names);
+
     SharedPtr<settings::Settings> settings_ = std::make_shared<settings::Settings>();
     SharedPtr<colorkit::ColorMapping> colorMapping_ = std::make_shared<colorkit::ColorMapping>();
     pipeline::Performer performer_{*settings_, *colorMapping_};

@@ -42,6 +42,7 @@ public:
     static constexpr int kLargestLevel = 5;
 
     explicit DrawPanel(wxWindow* parent);
+    ~DrawPanel() override { endPan(); }
 
     /// Shows an image of this size at 1:1. `valueProvider` gives the values that the probe tells,
     /// `drawProvider` what is shown, as colours of the display.

@@ -79,10 +79,16 @@ public:
                   toQt(mode == QIcon::Disabled ? skin.textDisabled : skin.text));
     }
     QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State state) override {
+        return scaledPixmap(size, mode, state, 1.0);
+    }
+    /// The size is in pixels of the display, of which `scale` are one of ours.
+    QPixmap scaledPixmap(const QSize& size, QIcon::Mode mode, QIcon::State state,
+                         qreal scale) override {
         QPixmap pixmap(size);
         pixmap.fill(Qt::transparent);
         QPainter painter(&pixmap);
-        paint(&painter, QRect(QPoint(0, 0), size), mode, state);
+        painter.scale(scale, scale);
+        paint(&painter, QRect(QPoint(0, 0), size / scale), mode, state);
         return pixmap;
     }
     QIconEngine* clone() const override { return new GlyphEngine(glyph_); }

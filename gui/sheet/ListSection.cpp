@@ -22,7 +22,8 @@ namespace {
 QWidget* chainTabs(QWidget* last, QWidget& part) {
     std::vector<QWidget*> stops;
     for (QWidget* child : part.findChildren<QWidget*>()) {
-        if (child->focusPolicy() & Qt::TabFocus && child->focusProxy() == nullptr) {
+        if (child->focusPolicy() & Qt::TabFocus && child->focusProxy() == nullptr &&
+            child->window() == part.window()) {
             stops.push_back(child);
         }
     }
@@ -50,7 +51,8 @@ ListSection::ListSection(EntityPathModel& model, IPropertySheetHost& host, QWidg
     layout_->setSpacing(3);
     makeButtons();
     hint_->setAlignment(Qt::AlignCenter);
-    hint_->setFixedHeight(2 * skin.controlHeight);
+    hint_->setWordWrap(true);
+    hint_->setMinimumHeight(2 * skin.controlHeight);
     hint_->setEnabled(false);
     layout_->addWidget(hint_);
     layout_->addWidget(undoBar_);

@@ -16,7 +16,7 @@ namespace tavrin::sheet {
 ObjectForm::ObjectForm(const GenericObject& object, const EditorContext& context)
     : object_(object) {
     auto* grid = new QGridLayout(this);
-    grid->setContentsMargins(28, 2, 8, 8);
+    grid->setContentsMargins(18, 2, 6, 8);
     grid->setHorizontalSpacing(8);
     grid->setVerticalSpacing(4);
     grid->setColumnStretch(0, 2);

@@ -7,7 +7,6 @@
 
 #include <wx/app.h>
 #include <wx/display.h>
-#include <wx/settings.h>
 
 #include <QApplication>
 #include <QFont>
@@ -28,9 +27,9 @@ void takeScale() {
 }
 
 QFont getFont() {
-    const wxFont system = wxSystemSettings::GetFont(wxSYS_DEFAULT_GUI_FONT);
-    QFont font(QString::fromStdString(system.GetFaceName().utf8_string()));
-    font.setPixelSize(system.GetPixelSize().y);
+    const wxFont skin = widgets::GuiSkin::DEFAULT().getFont();
+    QFont font(QString::fromStdString(skin.GetFaceName().utf8_string()));
+    font.setPixelSize(skin.GetPixelSize().y);
     return font;
 }
 

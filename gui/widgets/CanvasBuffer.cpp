@@ -76,9 +76,11 @@ void CanvasBuffer::setView(const Bucket& view, int scaleFactor) {
         cairo_fill(context);
         cairo_destroy(context);
         stale.Subtract(part);
-        stale_.Offset(view_.x0 - view.x0, view_.y0 - view.y0);
-        stale_.Intersect(part);
-        stale.Union(stale_);
+        if (!stale_.IsEmpty()) {
+            stale_.Offset(view_.x0 - view.x0, view_.y0 - view.y0);
+            stale_.Intersect(part);
+            stale.Union(stale_);
+        }
     }
     surface_ = std::move(moved);
     view_ = view;

@@ -45,7 +45,10 @@ MainFrame::MainFrame(wxWindow* parent, settings::Settings& settings,
     reflectStatus();
     updateTitle();
     SetMinSize(FromDIP(kMinimumSize));
-    SetSize(FromDIP(kFirstSize));
+    wxSize size = FromDIP(kFirstSize);
+    size.DecTo(wxDisplay(this).GetClientArea().GetSize());
+    SetSize(size);
+    Centre();
 }
 
 MainFrame::~MainFrame() {

@@ -3,6 +3,8 @@
 #include <gtest/gtest.h>
 #include <wx/app.h>
 #include <wx/evtloop.h>
+#include <wx/filefn.h>
+#include <wx/filename.h>
 #include <wx/stopwatch.h>
 #include <wx/uiaction.h>
 #include <wx/utils.h>
@@ -27,6 +29,17 @@ void act(const Function<void(wxUIActionSimulator&)>& action) {
         wxMilliSleep(kStep);
     }
     handleEvents();
+}
+
+/// Writes a PNG of what the display shows of the window.
+void importScreen(const wxWindow& window, const std::string& file) {
+    const int scale = static_cast<int>(window.GetContentScaleFactor());
+    const wxRect place = window.GetScreenRect();
+    const std::string command = "import -window root -crop " + std::to_string(place.width * scale) +
+                                "x" + std::to_string(place.height * scale) + "+" +
+                                std::to_string(place.x * scale) + "+" +
+                                std::to_string(place.y * scale) + " +repage 'png:" + file + "'";
+    EXPECT_EQ(std::system(command.c_str()), 0);
 }
 
 }  // namespace
@@ -117,20 +130,23 @@ void typeText(const std::string& text) {
     act([&](wxUIActionSimulator& simulator) { simulator.Text(text.c_str()); });
 }
 
+wxImage readScreen(const wxWindow& window) {
+    handleEvents();
+    // What GTK reads back from the screen is what it has read first.
+    const wxString file = wxFileName::CreateTempFileName("tavrin-screen");
+    importScreen(window, file.utf8_string());
+    wxImage image(file, wxBITMAP_TYPE_PNG);
+    wxRemoveFile(file);
+    return image;
+}
+
 void keepScreenshot(const wxWindow& window, const std::string& name) {
     const char* folder = std::getenv("TAVRIN_SCREENSHOTS");
     if (folder == nullptr) {
         return;
     }
     handleEvents();
-    // What GTK reads back from the screen is what it has read first.
-    const int scale = static_cast<int>(window.GetContentScaleFactor());
-    const wxRect place = window.GetScreenRect();
-    const std::string command =
-        "import -window root -crop " + std::to_string(place.width * scale) + "x" +
-        std::to_string(place.height * scale) + "+" + std::to_string(place.x * scale) + "+" +
-        std::to_string(place.y * scale) + " +repage '" + folder + "/" + name + ".png'";
-    EXPECT_EQ(std::system(command.c_str()), 0);
+    importScreen(window, std::string(folder) + "/" + name + ".png");
 }
 
 }  // namespace tavrin::tests

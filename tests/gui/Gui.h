@@ -4,6 +4,7 @@
 
 #include <wx/frame.h>
 #include <wx/gdicmn.h>
+#include <wx/image.h>
 
 #include <string>
 
@@ -49,6 +50,9 @@ void turnWheel(const wxWindow& window, wxPoint position, int steps);
 /// Presses and lets go a key (WXK_TAB, 'A') while modifiers (wxMOD_CONTROL) are held.
 void pressKey(int key, int modifiers = wxMOD_NONE);
 void typeText(const std::string& text);
+
+/// What the display shows of the window now.
+wxImage readScreen(const wxWindow& window);
 
 /// Writes what the display shows of the window as PNG to the folder that the environment variable
 /// TAVRIN_SCREENSHOTS names; does nothing without it. For people who look at it.

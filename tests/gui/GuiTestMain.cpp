@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 #include <wx/app.h>
 #include <wx/evtloop.h>
+#include <wx/image.h>
 #include <wx/init.h>
 
 namespace {
@@ -8,7 +9,10 @@ namespace {
 class TestApp final : public wxApp {
 public:
     /// As the program does it: without the native event loop, which the tests drive themselves.
-    bool OnInit() override { return true; }
+    bool OnInit() override {
+        wxImage::AddHandler(new wxPNGHandler);
+        return true;
+    }
     /// A test that fails an assertion of the library has failed.
     void OnAssertFailure(const wxChar* file, int line, const wxChar* function,
                          const wxChar* condition, const wxChar* message) override {
