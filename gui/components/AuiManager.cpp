@@ -9,14 +9,15 @@ namespace tavrin::components {
 namespace {
 
 constexpr wxByte kHintOpacity = 96;
-const wxString kHintName = "__HINT__";
+// Of the pane that stands for the one being dragged while a place is looked for.
+const char* const kHintName = "__HINT__";
 
 }  // namespace
 
 wxDEFINE_EVENT(paneDockChanged, wxAuiManagerEvent);
 
 AuiManager::AuiManager(wxWindow* frame) : wxAuiManager(frame, wxAUI_MGR_DEFAULT) {
-    SetArtProvider(new AuiDockArt);
+    applySkin(widgets::GuiSkin::DEFAULT());
 }
 
 void AuiManager::applySkin(const widgets::GuiSkin& skin) {
@@ -28,10 +29,9 @@ void AuiManager::applySkin(const widgets::GuiSkin& skin) {
 }
 
 wxAuiFloatingFrame* AuiManager::CreateFloatingFrame(wxWindow* parent, const wxAuiPaneInfo& pane) {
-    wxAuiFloatingFrame* frame = wxAuiManager::CreateFloatingFrame(parent, pane);
-    // A manager of its own lays the floating pane out, which deletes its art.
-    GetManager(pane.window)
-        ->SetArtProvider(new AuiDockArt(static_cast<AuiDockArt&>(*GetArtProvider())));
+    wxAuiFloatingFrame* const frame = wxAuiManager::CreateFloatingFrame(parent, pane);
+    // The floating frame has a manager of its own, which deletes its art.
+    frame->GetAuiManager().SetArtProvider(GetArtProvider()->Clone());
     wxAuiPaneInfo told = pane;
     tellDockChange(told);
     return frame;

@@ -1,21 +1,25 @@
 #include "gui/components/AuiNotebook.h"
 
+#include "gui/components/AuiDockArt.h"
 #include "gui/components/AuiTabArt.h"
-
-#include <memory>
 
 namespace tavrin::components {
 
 AuiNotebook::AuiNotebook(wxWindow* parent, int style)
     : wxAuiNotebook(parent, wxID_ANY, wxDefaultPosition, wxDefaultSize, style) {
-    m_mgr.GetArtProvider()->SetMetric(wxAUI_DOCKART_PANE_BORDER_SIZE, 0);
     applySkin(widgets::GuiSkin::DEFAULT());
 }
 
 void AuiNotebook::applySkin(const widgets::GuiSkin& skin) {
-    auto art = std::make_unique<AuiTabArt>();
-    art->applySkin(skin);
-    SetArtProvider(art.release());
+    SetBackgroundColour(skin.base);
+    // What the manager draws is what shows between the pages, and where there are none.
+    m_mgr.SetArtProvider(new AuiDockArt(skin));
+    // The fonts first, which it gives to the art again whenever a page is selected.
+    SetNormalFont(skin.getFont());
+    SetSelectedFont(skin.getFont());
+    SetMeasuringFont(skin.getFont());
+    SetArtProvider(new AuiTabArt(skin));
+    Refresh();
 }
 
 }  // namespace tavrin::components
