@@ -14,6 +14,10 @@ void AuiNotebook::applySkin(const widgets::GuiSkin& skin) {
     SetBackgroundColour(skin.base);
     // What the manager draws is what shows between the pages, and where there are none.
     m_mgr.SetArtProvider(new AuiDockArt(skin));
+    // The fonts first, which it gives to the art again whenever a page is selected.
+    SetNormalFont(skin.getFont());
+    SetSelectedFont(skin.getFont());
+    SetMeasuringFont(skin.getFont());
     SetArtProvider(new AuiTabArt(skin));
     Refresh();
 }

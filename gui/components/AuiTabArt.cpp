@@ -15,7 +15,7 @@ constexpr int kIndent = 10;  // of tabs from the left
 constexpr int kCut = 3;      // of the corner
 constexpr int kHorizontalPadding = 8;
 constexpr int kVerticalPadding = 4;
-constexpr int kFocusInset = 2;
+constexpr int kFocusLineHeight = 2;  // above the edge
 
 }  // namespace
 
@@ -23,8 +23,8 @@ AuiTabArt::AuiTabArt(const widgets::GuiSkin& skin) : borderPen_(skin.highlight) 
     SetColour(skin.base);
     SetActiveColour(skin.highlight);
     SetNormalFont(skin.getFont());
-    SetSelectedFont(skin.getFont().Bold());
-    SetMeasuringFont(skin.getFont().Bold());
+    SetSelectedFont(skin.getFont());
+    SetMeasuringFont(skin.getFont());
 }
 
 void AuiTabArt::DrawBackground(wxDC& dc, wxWindow*, const wxRect& rectangle) {
@@ -92,11 +92,13 @@ void AuiTabArt::drawCaption(wxDC& dc, const wxWindow& window, const wxRect& tab,
     const wxString shown =
         wxControl::Ellipsize(page.caption, dc, wxELLIPSIZE_END, tab.width, wxELLIPSIZE_FLAGS_NONE);
     const wxSize text = dc.GetTextExtent(shown);
-    dc.DrawText(shown, tab.x + (tab.width - text.x) / 2, tab.y + (tab.height - text.y) / 2);
+    const int left = tab.x + (tab.width - text.x) / 2;
+    dc.DrawText(shown, left, tab.y + (tab.height - text.y) / 2);
     if (page.active && window.HasFocus()) {
-        dc.SetPen(wxPen(kAuiShadow));
-        dc.SetBrush(*wxTRANSPARENT_BRUSH);
-        dc.DrawRectangle(wxRect(tab).Deflate(window.FromDIP(kFocusInset)));
+        // A frame would leave no room for the caption.
+        dc.SetPen(wxPen(kAuiShadow, window.FromDIP(1)));
+        const int y = tab.y + tab.height - window.FromDIP(kFocusLineHeight);
+        dc.DrawLine(left, y, left + text.x, y);
     }
 }
 

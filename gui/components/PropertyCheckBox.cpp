@@ -17,16 +17,20 @@ PropertyCheckBox::PropertyCheckBox(wxWindow* parent, settings::Settings& setting
       checkedValue_(std::move(checkedValue)),
       uncheckedValue_(std::move(uncheckedValue)) {
     bindAll();
-    onPropertyChanged_(id_, settings_.get(id_));
+    // Read only when it is shown, as another thread may write before that.
+    doPassToMainThread(Function<void()>([this] { follow(settings_.get(id_)); }))();
 }
 
 void PropertyCheckBox::bindAll() {
-    onPropertyChanged_ = doPassToMainThread(Function<void(int, const Property&)>(
-        [this](int, const Property& value) { setValue(value == checkedValue_, false); }));
-    keep(settings_.addObserver(id_, onPropertyChanged_));
+    keep(settings_.addObserver(id_, doPassToMainThread(Function<void(int, const Property&)>(
+                                        [this](int, const Property& value) { follow(value); }))));
     callOnChange([this](bool isChecked) {
         settings_.set(id_, isChecked ? checkedValue_ : uncheckedValue_);
     });
+}
+
+void PropertyCheckBox::follow(const Property& value) {
+    setValue(value == checkedValue_, false);
 }
 
 bool PropertyCheckBox::Enable(bool enable) {

@@ -22,12 +22,12 @@ public:
 
 private:
     void bindAll();
+    void follow(const postcore::Property& value);
 
     settings::Settings& settings_;
     const int id_;
     const postcore::Property checkedValue_;
     const postcore::Property uncheckedValue_;
-    Function<void(int, const postcore::Property&)> onPropertyChanged_;
 };
 
 }  // namespace tavrin::components

@@ -16,7 +16,8 @@ using postcore::Property;
 // What the frame and the arrow of the control take, in device-independent pixels.
 constexpr int kFrameWidth = 35;
 
-// How many callbacks about unknown values run; they may write properties of other combo boxes.
+// How many callbacks about unknown values run, of all combo boxes together. Such a callback may
+// show a dialog, whose event loop brings what it has written itself. Main thread.
 int unknownValueDepth = 0;
 
 class DepthScope {
@@ -74,7 +75,9 @@ void PropertyComboBox::follow() {
         selectIndex(static_cast<int>(found - values_.begin()), false);
     } else if (unknownValueDepth == 0 && onUnknownValue_) {
         const DepthScope scope;
-        onUnknownValue_(id_, value);
+        // A copy, as the callback may end this object.
+        const Function<void(int, const Property&)> callback = onUnknownValue_;
+        callback(id_, value);
     }
 }
 

@@ -15,8 +15,8 @@ namespace tavrin::components {
 class PropertyComboBox final : public PassToMainThreadMixin<TooltipMixin<widgets::ComboBox>>,
                                private CallbacksOwner {
 public:
-    /// Without items, and without a look at the property. The width is in device-independent
-    /// pixels.
+    /// Without items; it shows what the property becomes, not what it is. The width is in
+    /// device-independent pixels.
     PropertyComboBox(wxWindow* parent, settings::Settings& settings, int id, int width);
     ~PropertyComboBox() override { endCallbacks(); }
 
@@ -29,7 +29,8 @@ public:
     void setLabelFormatter(Function<String(const postcore::Property&)> formatter) {
         formatLabel_ = std::move(formatter);
     }
-    /// Called when the property takes a value that no item has, but not by what it does itself.
+    /// Called when the property has changed to a value that no item has; the selection stays. Not
+    /// called while such a callback of any combo box runs.
     void callOnUnknownValue(Function<void(int id, const postcore::Property&)> callback) {
         onUnknownValue_ = std::move(callback);
     }

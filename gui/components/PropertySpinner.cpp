@@ -24,14 +24,14 @@ PropertySpinner<T>::PropertySpinner(wxWindow* parent, settings::Settings& settin
       settings_(settings),
       id_(descriptor.id) {
     bindAll();
-    onPropertyChanged_(id_, settings_.get(id_));
+    // Read only when it is shown, as another thread may write before that.
+    doPassToMainThread(Function<void()>([this] { follow(settings_.get(id_)); }))();
 }
 
 template <class T>
 void PropertySpinner<T>::bindAll() {
-    onPropertyChanged_ = doPassToMainThread(Function<void(int, const Property&)>(
-        [this](int, const Property& value) { follow(value); }));
-    keep(settings_.addObserver(id_, onPropertyChanged_));
+    keep(settings_.addObserver(id_, doPassToMainThread(Function<void(int, const Property&)>(
+                                        [this](int, const Property& value) { follow(value); }))));
     Bind(wxEVT_SPINCTRLDOUBLE, [this](wxSpinDoubleEvent&) { write(); });
 }
 

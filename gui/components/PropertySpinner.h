@@ -28,7 +28,6 @@ private:
 
     settings::Settings& settings_;
     const int id_;
-    Function<void(int, const postcore::Property&)> onPropertyChanged_;
 };
 
 extern template class PropertySpinner<int>;

@@ -8,9 +8,6 @@
 namespace tavrin::imageio {
 namespace {
 
-constexpr int kLowestQuality = 1;
-constexpr int kHighestQuality = 100;
-
 String join(const std::vector<String>& words) {
     String text;
     for (const String& word : words) {

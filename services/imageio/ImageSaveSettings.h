@@ -6,11 +6,15 @@
 
 namespace tavrin::imageio {
 
+/// The range of qualities: the smallest file, and the best picture.
+inline constexpr int kLowestQuality = 1;
+inline constexpr int kHighestQuality = 100;
+
 /// What the user chose about a picture file. What is not set takes the format's default, so that
 /// empty settings suit every format.
 struct ImageSaveSettings {
     Optional<BitDepth> bitDepth;
-    /// 1 (small file) to 100.
+    /// From kLowestQuality to kHighestQuality.
     Optional<int> quality;
     /// One of the format's compressions.
     Optional<String> compression;
