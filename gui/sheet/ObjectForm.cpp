@@ -19,8 +19,8 @@ ObjectForm::ObjectForm(const GenericObject& object, const EditorContext& context
     grid->setContentsMargins(18, 2, 6, 8);
     grid->setHorizontalSpacing(8);
     grid->setVerticalSpacing(4);
-    grid->setColumnStretch(0, 2);
-    grid->setColumnStretch(1, 3);
+    grid->setColumnStretch(0, 1);
+    grid->setColumnStretch(1, 1);
     for (const PropertyDefinition& property : object_.getType().getProperties()) {
         if (property.getName() != ListItemData::kId &&
             property.getName() != ListItemData::kEnabled) {

@@ -1,7 +1,7 @@
 #include "gui/widgets/CanvasBuffer.h"
 
 #include "foundation/Scheduler.h"
-#include "gui/widgets/Conversions.h"
+#include "gui/widgets/DisplayPixels.h"
 
 #include <cairo.h>
 #include <wx/dc.h>
@@ -22,21 +22,10 @@ wxRect toWxRect(const Bucket& bucket, Pixel origin) {
     return {bucket.x0 - origin.x, bucket.y0 - origin.y, bucket.width(), bucket.height()};
 }
 
-std::uint32_t toDisplayPixel(const Rgb& color) {
-    return static_cast<std::uint32_t>(toByte(color.r)) << 16 |
-           static_cast<std::uint32_t>(toByte(color.g)) << 8 | toByte(color.b);
-}
-
-/// Each pixel `scale` times.
-void convertRow(std::span<const Rgb> row, int scale, std::uint32_t* out) {
-    if (scale == 1) {
-        for (const Rgb& pixel : row) {
-            *out++ = toDisplayPixel(pixel);
-        }
-        return;
-    }
-    for (const Rgb& pixel : row) {
-        out = std::fill_n(out, scale, toDisplayPixel(pixel));
+/// Each pixel `scale` times, in place; the pixels are at the beginning of the line.
+void repeatPixels(std::uint32_t* line, std::size_t count, int scale) {
+    for (std::size_t i = count; i-- > 0;) {
+        std::fill_n(line + i * static_cast<std::size_t>(scale), scale, std::uint32_t{line[i]});
     }
 }
 
@@ -116,7 +105,10 @@ void CanvasBuffer::draw(const BitmapImpl<Rgb>& pixels, wxPoint corner) {
                                       static_cast<std::size_t>(lastX - firstX));
         unsigned char* const line =
             data + y * scale_ * stride + std::ptrdiff_t(firstX) * scale_ * 4;
-        convertRow(row, scale_, reinterpret_cast<std::uint32_t*>(line));
+        toDisplayPixels(row, reinterpret_cast<std::uint32_t*>(line));
+        if (scale_ > 1) {
+            repeatPixels(reinterpret_cast<std::uint32_t*>(line), row.size(), scale_);
+        }
         for (int copy = 1; copy < scale_; ++copy) {
             std::copy_n(line, row.size() * scale_ * 4, line + copy * stride);
         }

@@ -232,15 +232,16 @@ void MainFrame::showElement(const image::ElementInfo& element) {
 
 void MainFrame::fitToImage() {
     const wxRect room = wxDisplay(this).GetClientArea();
-    const wxSize wanted =
-        GetSize() + widgets::toWxSize(canvas_->getZoomedSize()) - canvas_->GetSize();
-    wxSize size = wanted;
+    wxSize size = GetSize() + widgets::toWxSize(canvas_->getZoomedSize()) - canvas_->GetSize();
     size.DecTo(room.GetSize());
     size.IncTo(GetMinSize());
-    wxPoint corner = GetPosition();
-    corner.x = std::max(std::min(corner.x, room.GetRight() + 1 - size.x), room.x);
-    corner.y = std::max(std::min(corner.y, room.GetBottom() + 1 - size.y), room.y);
-    SetSize(wxRect(corner, size));
+    const wxPoint before = GetPosition();
+    const wxPoint corner(std::max(std::min(before.x, room.GetRight() + 1 - size.x), room.x),
+                         std::max(std::min(before.y, room.GetBottom() + 1 - size.y), room.y));
+    SetSize(size);
+    if (corner != before) {
+        Move(corner);
+    }
 }
 
 }  // namespace tavrin::windows
