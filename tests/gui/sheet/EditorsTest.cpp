@@ -36,7 +36,7 @@ TEST(Editors, EveryTypeOfValueIsEdited) {
     pressKey(WXK_RETURN);
     EXPECT_TRUE(waitFor([&] { return shown.get<int>(1, "look") == choice.count() - 1; }));
 
-    shown.host->file = Path("/data/Warm.cube");
+    shown.host->file = Path(String("/data/Warm.cube"));
     shown.click(shown.find<QToolButton>(3, "Choose a file"));
     EXPECT_TRUE(waitFor([&] { return shown.get<Path>(3, "path") == *shown.host->file; }));
     auto& view = shown.find<QLineEdit>(4, "View");
