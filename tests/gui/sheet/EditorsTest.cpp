@@ -107,12 +107,12 @@ RC_GTEST_PROP(Editors, CurvesStayCurves, ()) {
     const auto stop = rc::gen::map(rc::gen::inRange(-2000, 2000),
                                    [](int value) { return static_cast<float>(value) / 100.0f; });
     for (int i = 0; i < steps; ++i) {
-        const CurvePoint place{*stop, *stop};
+        const CurvePoint place{std::clamp(*stop, -16.0f, 16.0f), *stop};
         if (points.empty() || (*rc::gen::arbitrary<bool>() && points.size() < 30)) {
             if (std::none_of(points.begin(), points.end(), [&](const CurvePoint& each) {
                     return std::abs(each.x - place.x) < 0.01f;
                 })) {
-                sheet::addPoint(points, {std::clamp(place.x, -16.0f, 16.0f), place.y});
+                sheet::addPoint(points, place);
             }
         } else {
             const auto index = *rc::gen::inRange<std::size_t>(0, points.size());
