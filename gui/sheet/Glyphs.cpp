@@ -9,7 +9,9 @@
 namespace tavrin::sheet {
 namespace {
 
-// In a square of 14 units around 0.
+constexpr double kSide = 14.0;
+
+// In a square of that many units around 0.
 using Line = std::initializer_list<QPointF>;
 
 void drawLine(QPainter& painter, Line points) {
@@ -75,20 +77,19 @@ public:
 
     void paint(QPainter* painter, const QRect& rect, QIcon::Mode mode, QIcon::State) override {
         const widgets::GuiSkin& skin = widgets::GuiSkin::DEFAULT();
-        drawGlyph(*painter, glyph_, rect,
+        // The place is in pixels of the icon, which are more than units at larger scales.
+        painter->save();
+        painter->translate(QRectF(rect).center());
+        painter->scale(rect.width() / kSide, rect.height() / kSide);
+        drawGlyph(*painter, glyph_, QRectF(-kSide / 2, -kSide / 2, kSide, kSide),
                   toQt(mode == QIcon::Disabled ? skin.textDisabled : skin.text));
+        painter->restore();
     }
     QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State state) override {
-        return scaledPixmap(size, mode, state, 1.0);
-    }
-    /// The size is in pixels of the display, of which `scale` are one of ours.
-    QPixmap scaledPixmap(const QSize& size, QIcon::Mode mode, QIcon::State state,
-                         qreal scale) override {
         QPixmap pixmap(size);
         pixmap.fill(Qt::transparent);
         QPainter painter(&pixmap);
-        painter.scale(scale, scale);
-        paint(&painter, QRect(QPoint(0, 0), size / scale), mode, state);
+        paint(&painter, QRect(QPoint(0, 0), size), mode, state);
         return pixmap;
     }
     QIconEngine* clone() const override { return new GlyphEngine(glyph_); }
@@ -100,7 +101,6 @@ private:
 }  // namespace
 
 void drawGlyph(QPainter& painter, Glyph glyph, const QRectF& place, const QColor& color) {
-    constexpr double kSide = 14.0;
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
     painter.translate(place.center());

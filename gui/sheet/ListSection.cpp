@@ -9,6 +9,7 @@
 #include "gui/sheet/SkinColors.h"
 #include "gui/sheet/UndoBar.h"
 
+#include <QAbstractButton>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPointer>
@@ -22,6 +23,7 @@ namespace {
 QWidget* chainTabs(QWidget* last, QWidget& part) {
     std::vector<QWidget*> stops;
     for (QWidget* child : part.findChildren<QWidget*>()) {
+        // What pops up is another window.
         if (child->focusPolicy() & Qt::TabFocus && child->focusProxy() == nullptr &&
             child->window() == part.window()) {
             stops.push_back(child);
@@ -76,12 +78,12 @@ void ListSection::makeButtons() {
     row->addWidget(presets_, 1);
     row->addWidget(reset_);
     layout_->addLayout(row);
-    connect(add_, &QToolButton::clicked, this, [this] { openMenu(*add_, true); });
-    connect(presets_, &QToolButton::clicked, this, [this] { openMenu(*presets_, false); });
+    connect(add_, &QAbstractButton::clicked, this, [this] { openMenu(*add_, true); });
+    connect(presets_, &QAbstractButton::clicked, this, [this] { openMenu(*presets_, false); });
     connect(reset_, &QToolButton::clicked, this, [this] { resetList(); });
 }
 
-void ListSection::openMenu(QToolButton& button, bool isAdding) {
+void ListSection::openMenu(QAbstractButton& button, bool isAdding) {
     guard([&] {
         const Attributes& attributes = model_.getListAttributes();
         QMenu* menu = isAdding ? makeAddMenu(

@@ -8,6 +8,7 @@
 #include <QWidget>
 #include <vector>
 
+class QAbstractButton;
 class QLabel;
 class QToolButton;
 class QVBoxLayout;
@@ -32,13 +33,13 @@ public:
     bool undo();
 
     const std::vector<ListItem*>& getItems() const { return items_; }
-    QToolButton& getAddButton() const { return *add_; }
-    QToolButton& getPresetsButton() const { return *presets_; }
+    QAbstractButton& getAddButton() const { return *add_; }
+    QAbstractButton& getPresetsButton() const { return *presets_; }
     UndoBar& getUndoBar() const { return *undoBar_; }
 
 private:
     void makeButtons();
-    void openMenu(QToolButton& button, bool isAdding);
+    void openMenu(QAbstractButton& button, bool isAdding);
     /// Runs what changes the model; what it throws is shown.
     void guard(const Function<void()>& action);
     void change(const UiListAction& action);
@@ -57,8 +58,8 @@ private:
 
     EntityPathModel& model_;
     IPropertySheetHost& host_;
-    QToolButton* add_ = nullptr;
-    QToolButton* presets_ = nullptr;
+    QAbstractButton* add_ = nullptr;
+    QAbstractButton* presets_ = nullptr;
     QToolButton* reset_ = nullptr;
     QVBoxLayout* layout_;
     QLabel* hint_;

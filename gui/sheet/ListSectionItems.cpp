@@ -13,11 +13,18 @@ namespace tavrin::sheet {
 
 ListItem* ListSection::makeItem(const GenericObject& object) {
     auto* item = new ListItem(object, host_, this);
+    // An item that others have removed may still tell what was being done to it.
     item->onEdited = [this, item](const String& name, const Value& value) {
-        change([&](GenericList& list) { list.at(indexOf(*item)).setValue(name, value); });
+        if (const std::size_t index = indexOf(*item); index < items_.size()) {
+            change([&](GenericList& list) { list.at(index).setValue(name, value); });
+        }
     };
     item->onCommand = [this, item](ItemCommand command) { runCommand(*item, command); };
-    item->getHandle().onDrag = [this](int y) { showDrop(y); };
+    item->getHandle().onDrag = [this, item](int y) {
+        if (indexOf(*item) < items_.size()) {
+            showDrop(y);
+        }
+    };
     item->getHandle().onEnd = [this, item](bool isTaken) { endDrop(*item, isTaken); };
     connect(&item->getCollapsible(), &Collapsible::collapsibleStateChanged, this,
             [this](bool isExpanded) {
@@ -30,6 +37,9 @@ ListItem* ListSection::makeItem(const GenericObject& object) {
 
 void ListSection::runCommand(ListItem& item, ItemCommand command) {
     const std::size_t index = indexOf(item);
+    if (index == items_.size()) {
+        return;
+    }
     switch (command) {
         case ItemCommand::MoveUp:
             return index > 0 ? move(index, index - 1) : void();

@@ -1,5 +1,6 @@
 #include "gui/sheet/QtRuntime.h"
 
+#include "gui/sheet/NativeHeaders.h"
 #include "gui/sheet/QtAccessibility.h"
 #include "gui/sheet/QtHost.h"
 #include "gui/sheet/SheetStyle.h"
@@ -11,6 +12,7 @@
 #include <QApplication>
 #include <QFont>
 #include <QToolTip>
+#include <cmath>
 #include <cstdlib>
 
 namespace tavrin::sheet {
@@ -27,10 +29,24 @@ void takeScale() {
 }
 
 QFont getFont() {
-    const wxFont skin = widgets::GuiSkin::DEFAULT().getFont();
-    QFont font(QString::fromStdString(skin.GetFaceName().utf8_string()));
-    font.setPixelSize(skin.GetPixelSize().y);
+    const wxFont skinFont = widgets::GuiSkin::DEFAULT().getFont();
+    QFont font(QString::fromStdString(skinFont.GetFaceName().utf8_string()));
+    // Pixels by the resolution that GTK has for fonts, which users change to have larger texts.
+    constexpr double kPointsPerInch = 72.0;
+    const double resolution = gdk_screen_get_resolution(gdk_screen_get_default());
+    font.setPixelSize(static_cast<int>(
+        std::lround(skinFont.GetFractionalPointSize() * resolution / kPointsPerInch)));
     return font;
+}
+
+QtMessageHandler nextHandler = nullptr;
+
+/// Qt remarks each time that what pops up from an embedded window stands in front of no window of
+/// its own, which is as it should be.
+void handleMessage(QtMsgType type, const QMessageLogContext& context, const QString& text) {
+    if (!text.endsWith("must be a top level window.")) {
+        nextHandler(type, context, text);
+    }
 }
 
 }  // namespace
@@ -46,6 +62,7 @@ void QtRuntime::prepareEnvironment() {
 
 QtRuntime::QtRuntime() {
     takeScale();
+    nextHandler = qInstallMessageHandler(handleMessage);
     // QApplication keeps the references.
     static char name[] = "tavrin";
     static char* arguments[] = {name, nullptr};
@@ -66,6 +83,8 @@ QtRuntime::~QtRuntime() {
     wxTheApp->Unbind(wxEVT_IDLE, &QtRuntime::onIdle, this);
     QtHost::releaseAll();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    application_.reset();
+    qInstallMessageHandler(nullptr);
 }
 
 void QtRuntime::onIdle(wxIdleEvent& event) {

@@ -16,12 +16,9 @@ QToolButton* makeIconButton(Glyph glyph, const QString& help, QWidget* parent) {
     return button;
 }
 
-QToolButton* makeTextButton(Glyph glyph, const QString& text, const QString& help,
+QPushButton* makeTextButton(Glyph glyph, const QString& text, const QString& help,
                             QWidget* parent) {
-    auto* button = new QToolButton(parent);
-    button->setIcon(makeIcon(glyph));
-    button->setText(text);
-    button->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+    auto* button = new QPushButton(makeIcon(glyph), text, parent);
     button->setFixedHeight(widgets::GuiSkin::DEFAULT().controlHeight);
     button->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     button->setFocusPolicy(Qt::TabFocus);

@@ -2,6 +2,7 @@
 
 #include "gui/sheet/Glyphs.h"
 
+#include <QPushButton>
 #include <QToolButton>
 
 namespace tavrin::sheet {
@@ -10,7 +11,7 @@ namespace tavrin::sheet {
 QToolButton* makeIconButton(Glyph glyph, const QString& help, QWidget* parent);
 
 /// A button with a mark and a text.
-QToolButton* makeTextButton(Glyph glyph, const QString& text, const QString& help, QWidget* parent);
+QPushButton* makeTextButton(Glyph glyph, const QString& text, const QString& help, QWidget* parent);
 
 /// As a tooltip that is broken into lines.
 QString makeTooltip(const QString& text);

@@ -14,13 +14,13 @@ UndoBar::UndoBar(QWidget* parent) : QWidget(parent), text_(new NameLabel({}, thi
     constexpr int kSeconds = 12;
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins(8, 2, 2, 2);
-    QToolButton* button = makeTextButton(Glyph::Reset, tr("Undo"), tr("Undo (Ctrl+Z)"), this);
+    QPushButton* button = makeTextButton(Glyph::Reset, tr("Undo"), tr("Undo (Ctrl+Z)"), this);
     button->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     row->addWidget(text_, 1);
     row->addWidget(button);
     timer_.setSingleShot(true);
     timer_.setInterval(kSeconds * 1000);
-    connect(button, &QToolButton::clicked, this, [this] { undo(); });
+    connect(button, &QPushButton::clicked, this, [this] { undo(); });
     connect(&timer_, &QTimer::timeout, this, [this] { end(); });
     hide();
 }

@@ -81,7 +81,7 @@ void CurveView::paintHistogram(QPainter& painter) const {
         }
         area.lineTo(toView(histogram_->lastStop, 0.0).x(), height());
         QColor fill = kChannelColors[channel];
-        fill.setAlphaF(isEnabled() ? 0.30f : 0.12f);
+        fill.setAlphaF(isEnabled() ? 0.24f : 0.10f);
         painter.setBrush(fill);
         painter.drawPath(area);
     }

@@ -39,6 +39,11 @@ void NumberField::showNumber(double number) {
     }
 }
 
+void NumberField::setMark(const QColor& color) {
+    mark_ = color;
+    setTextMargins(4, 0, 0, 0);
+}
+
 QSize NumberField::sizeHint() const {
     return {58, widgets::GuiSkin::DEFAULT().controlHeight};
 }

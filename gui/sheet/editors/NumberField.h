@@ -21,7 +21,7 @@ public:
     /// Leaves what is being typed as it is.
     void showNumber(double number);
     /// A thin line in this colour at the left, to tell components apart.
-    void setMark(const QColor& color) { mark_ = color; }
+    void setMark(const QColor& color);
 
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;

@@ -1,9 +1,9 @@
 #include "gui/sheet/editors/NumberScale.h"
 
 #include "foundation/Color.h"
-#include "foundation/NumberText.h"
 #include "foundation/data/UiAttributes.h"
 #include "gui/sheet/SkinColors.h"
+#include "gui/widgets/Expression.h"
 
 #include <algorithm>
 #include <cmath>
@@ -89,10 +89,7 @@ QString NumberScale::toText(double number) const {
 }
 
 Optional<double> NumberScale::parse(const QString& text) const {
-    QString plain = text.trimmed();
-    plain.replace(',', '.');
-    const Optional<float> number = Str::parseFloat(fromQt(plain).view());
-    return number && std::isfinite(*number) ? Optional<double>(*number) : std::nullopt;
+    return widgets::evaluateExpression(fromQt(text));
 }
 
 NumberScale makeNumberScale(const PropertyDefinition& property, int component) {

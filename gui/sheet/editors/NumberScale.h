@@ -25,7 +25,7 @@ struct NumberScale {
     double round(double number) const;
 
     QString toText(double number) const;
-    /// With a decimal point or comma; nothing when it is no finite number. Not limited.
+    /// Of a number or an expression such as "1,5 * 2"; nothing when it is none. Not limited.
     Optional<double> parse(const QString& text) const;
 };
 

@@ -59,11 +59,14 @@ void ValueSlider::paintEvent(QPaintEvent*) {
     const double origin = getPosition(std::clamp(0.0, scale_.softMinimum, scale_.softMaximum));
     painter.setPen(Qt::NoPen);
     painter.setBrush(toQt(skin.field));
-    painter.drawRoundedRect(QRectF(1.0, middle - kGroove / 2, width() - 2.0, kGroove), 2.0, 2.0);
+    const double left = getPosition(scale_.softMinimum) - kGroove / 2;
+    const double right = getPosition(scale_.softMaximum) + kGroove / 2;
+    painter.drawRoundedRect(QRectF(left, middle - kGroove / 2, right - left, kGroove), 2.0, 2.0);
     painter.setBrush(toQt(isEnabled() ? skin.accent : skin.raised));
-    painter.drawRoundedRect(QRectF(QPointF(std::min(origin, handle), middle - kGroove / 2),
-                                   QPointF(std::max(origin, handle), middle + kGroove / 2)),
-                            2.0, 2.0);
+    painter.drawRoundedRect(
+        QRectF(QPointF(std::min(origin, handle) - kGroove / 2, middle - kGroove / 2),
+               QPointF(std::max(origin, handle), middle + kGroove / 2)),
+        2.0, 2.0);
     painter.setBrush(toQt(skin.textDisabled));
     const double tick = getPosition(scale_.defaultValue);
     painter.drawRect(QRectF(tick - 0.5, middle + kGroove / 2 + 1.5, 1.0, 3.0));

@@ -9,8 +9,10 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <QApplication>
 #include <QCheckBox>
 #include <QMenu>
+#include <QToolButton>
 
 namespace tavrin::tests {
 namespace {
@@ -179,6 +181,42 @@ TEST(PropertySheet, OpensClosesAndScrolls) {
     shown.click(*shown.getSheet().getCollapsible().getHeader());
     EXPECT_TRUE(waitFor([&] { return shown.window->GetSize().y < 60; }));
     EXPECT_EQ(changes, 2);
+}
+
+// With something held, typed or popped up; the address sanitizer is what looks on.
+TEST(PropertySheet, EndsInEveryState) {
+    using Action = Function<void(ShownSheet&)>;
+    const auto hold = [](ShownSheet& shown, const QWidget& widget) {
+        const wxPoint place = toWindow(*shown.window, widget);
+        moveMouse(*shown.window, place);
+        pressMouse();
+        moveMouse(*shown.window, {place.x, place.y + 30});
+    };
+    const Action actions[] = {
+        [&](ShownSheet& shown) { hold(shown, shown.find<ValueSlider>(0, "Amount")); },
+        [&](ShownSheet& shown) { hold(shown, shown.getItem(0).getHandle()); },
+        [](ShownSheet& shown) { shown.click(shown.find<QToolButton>(0, "Choose the colour")); },
+        [](ShownSheet& shown) { shown.click(shown.getSheet().getList().getAddButton()); },
+        [](ShownSheet& shown) { shown.click(shown.getItem(1).getMenuButton()); },
+        [](ShownSheet& shown) {
+            shown.click(shown.find<NumberField>(0, "Amount"));
+            typeText("0.5");
+        },
+    };
+    for (const bool isListGone : {false, true}) {
+        for (const Action& act : actions) {
+            {
+                ShownSheet shown({"Tint", "Exposure"});
+                act(shown);
+                if (isListGone) {
+                    shown.setList({});
+                    handleEvents();
+                }
+            }
+            releaseMouse();
+            EXPECT_EQ(QApplication::activePopupWidget(), nullptr);
+        }
+    }
 }
 
 }  // namespace

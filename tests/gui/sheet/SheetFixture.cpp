@@ -3,6 +3,7 @@
 #include "foundation/data/TypeDatabase.h"
 #include "foundation/data/UniqueIdGenerator.h"
 #include "gui/sheet/ListItem.h"
+#include "gui/widgets/GuiSkin.h"
 
 #include <gtest/gtest.h>
 #include <wx/sizer.h>
