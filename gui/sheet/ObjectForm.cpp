@@ -16,11 +16,13 @@ namespace tavrin::sheet {
 ObjectForm::ObjectForm(const GenericObject& object, const EditorContext& context)
     : object_(object) {
     auto* grid = new QGridLayout(this);
-    grid->setContentsMargins(18, 2, 6, 8);
-    grid->setHorizontalSpacing(8);
+    grid->setContentsMargins(12, 2, 4, 8);
+    grid->setHorizontalSpacing(6);
     grid->setVerticalSpacing(4);
-    grid->setColumnStretch(0, 1);
-    grid->setColumnStretch(1, 1);
+    // Wide enough for nearly all names, in a sheet as narrow as a side panel.
+    grid->setColumnMinimumWidth(0, 90);
+    grid->setColumnStretch(0, 2);
+    grid->setColumnStretch(1, 3);
     for (const PropertyDefinition& property : object_.getType().getProperties()) {
         if (property.getName() != ListItemData::kId &&
             property.getName() != ListItemData::kEnabled) {
