@@ -1,5 +1,7 @@
 #include "app/CommandLine.h"
 
+#include "foundation/ProgramMain.h"
+
 #include <cstdlib>
 #include <iostream>
 
@@ -11,7 +13,7 @@ constexpr const char* kHelp =
 
 Usage: tavrin-editor [IMAGE]
 
-IMAGE is a TXR or OpenEXR file to open.
+IMAGE is a TXR or OpenEXR file to open; with several, none is opened.
 
   --help     show this text
   --version  show the version
@@ -36,6 +38,9 @@ std::vector<String> prepareCommandLine(int argumentCount, const char* const* arg
     if (list == std::vector<String>{"--version"}) {
         std::cout << "tavrin-editor " TAVRIN_VERSION "\n";
         throw ExitApplicationException(EXIT_SUCCESS);
+    }
+    if (!list.empty() && list.front().startsWith("--")) {
+        throw UsageError("There is no option \"" + list.front() + "\" that can be used like this.");
     }
     return list;
 }

@@ -18,7 +18,7 @@ private:
 };
 
 /// The arguments without the program's own name. Answers --help and --version, and then throws an
-/// ExitApplicationException.
+/// ExitApplicationException. Throws a UsageError for other options.
 std::vector<String> prepareCommandLine(int argumentCount, const char* const* arguments);
 
 }  // namespace tavrin::app

@@ -73,6 +73,11 @@ ImageEditorApp::ImageEditorApp(std::vector<String> arguments)
     mainFrame_->Show();
 }
 
+ImageEditorApp::~ImageEditorApp() {
+    // After an exception: it uses the other objects until its end.
+    delete mainFrame_.get();
+}
+
 void ImageEditorApp::open(const std::vector<String>& names) {
     if (names.size() == 1) {
         performer_.load.load({}, {Path(names.front())});

@@ -7,11 +7,10 @@
 #include "gui/components/PropertySheetHost.h"
 #include "services/colorkit/ColorMapping.h"
 
-#include <vector>
+#include <wx/frame.h>
+#include <wx/weakref.h>
 
-namespace tavrin::windows {
-class MainFrame;
-}
+#include <vector>
 
 namespace tavrin::app {
 
@@ -20,6 +19,10 @@ class ImageEditorApp {
 public:
     /// Shows the main window, and opens an image in it when exactly one is named.
     explicit ImageEditorApp(std::vector<String> arguments);
+    /// Ends the main window, if it still is.
+    ~ImageEditorApp();
+    ImageEditorApp(const ImageEditorApp&) = delete;
+    ImageEditorApp& operator=(const ImageEditorApp&) = delete;
 
 private:
     void open(const std::vector<String>& names);
@@ -29,7 +32,7 @@ private:
     pipeline::Performer performer_{*settings_, *colorMapping_};
     SharedPtr<components::PropertySheetHost> propertySheetHost_ =
         std::make_shared<components::PropertySheetHost>();
-    windows::MainFrame* mainFrame_;  ///< ends when the user closes it
+    wxWeakRef<wxFrame> mainFrame_;  ///< ends when the user closes it
 };
 
 /// Runs the editor until its last window is closed; the program's exit code. wxWidgets has not been

@@ -12,7 +12,7 @@ public:
     using Exception::Exception;
 };
 
-/// What `main` of a program without a window does: runs the body and answers the exit code, 0 when
+/// What `main` of every program does: runs the body and answers the exit code, 0 when
 /// it is done, 1 after an exception, 2 after a UsageError. The exception's text goes to standard
 /// error; `program` is the name of the program, for the hint at its --help.
 int runProgram(const char* program, const Function<void()>& body);

@@ -313,8 +313,13 @@ void DrawPanel::zoomByWheel(const wxMouseEvent& event, int steps) {
 }
 
 void DrawPanel::showProbe(const wxMouseEvent& event) {
-    probe_->updatePosition(widgets::toPixel(canvas_->ClientToScreen(event.GetPosition())));
-    probe_->Show();
+    // While a button is held, the mouse is told of beyond the canvas too, where there are no
+    // pixels.
+    const bool isInside = canvas_->GetClientRect().Contains(event.GetPosition());
+    if (isInside) {
+        probe_->updatePosition(widgets::toPixel(canvas_->ClientToScreen(event.GetPosition())));
+    }
+    probe_->Show(isInside);
 }
 
 widgets::PixelProbe::ProbedPixel DrawPanel::probePixel(Pixel screenPosition) const {

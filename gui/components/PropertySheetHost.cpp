@@ -71,8 +71,8 @@ private:
 };
 
 String makeFilter(const String& extension) {
-    return extension.isEmpty() ? String("All files|*")
-                               : widgets::makeFileFilter("Files", {extension});
+    const String all = "All files|*";
+    return extension.isEmpty() ? all : widgets::makeFileFilter("Files", {extension}) + "|" + all;
 }
 
 }  // namespace

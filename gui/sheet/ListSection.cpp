@@ -11,6 +11,7 @@
 
 #include <QAbstractButton>
 #include <QHBoxLayout>
+#include <QEvent>
 #include <QLabel>
 #include <QPointer>
 #include <algorithm>
@@ -104,6 +105,17 @@ void ListSection::openMenu(QAbstractButton& button, bool isAdding) {
     });
 }
 
+void ListSection::showHint() {
+    hint_->setVisible(items_.empty() && isEnabled());
+}
+
+void ListSection::changeEvent(QEvent* event) {
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::EnabledChange) {
+        showHint();
+    }
+}
+
 void ListSection::guard(const Function<void()>& action) {
     try {
         action();
@@ -167,8 +179,8 @@ void ListSection::showList() {
         undoBar_->end();  // what it would undo is of another list
     }
     setItemOrder();
-    hint_->setVisible(items_.empty());
     setEnabled(model_.isListEditable());
+    showHint();
 }
 
 void ListSection::setItemOrder() {

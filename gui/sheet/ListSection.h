@@ -37,8 +37,12 @@ public:
     QAbstractButton& getPresetsButton() const { return *presets_; }
     UndoBar& getUndoBar() const { return *undoBar_; }
 
+protected:
+    void changeEvent(QEvent* event) override;
+
 private:
     void makeButtons();
+    void showHint();
     void openMenu(QAbstractButton& button, bool isAdding);
     /// Runs what changes the model; what it throws is shown.
     void guard(const Function<void()>& action);

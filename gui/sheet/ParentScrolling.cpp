@@ -36,16 +36,14 @@ int toUnits(int pixels, int unit) {
 
 }  // namespace
 
-bool scrollParent(const wxWindow& window, double stepsX, double stepsY) {
-    constexpr int kUnitsPerStep = 3;
+bool scrollParent(const wxWindow& window, int unitsX, int unitsY) {
     wxWindow* parent = findScrolledParent(window);
     if (parent == nullptr) {
         return false;
     }
     auto& scrolling = dynamic_cast<wxScrollHelper&>(*parent);
     const wxPoint start = scrolling.GetViewStart();
-    scrolling.Scroll(start.x - static_cast<int>(std::lround(stepsX * kUnitsPerStep)),
-                     start.y - static_cast<int>(std::lround(stepsY * kUnitsPerStep)));
+    scrolling.Scroll(start.x - unitsX, start.y - unitsY);
     return true;
 }
 

@@ -134,6 +134,9 @@ bool QtHost::Embedding::eventFilter(QObject* object, QEvent* event) {
         case QEvent::LayoutRequest:
             relayoutLater();
             return false;
+        case QEvent::Resize:
+            scrollToFocusLater();
+            return false;
         case QEvent::KeyPress:
         case QEvent::Wheel: {
             // Whatever comes here, no child wanted; now it is up to the content itself.
@@ -159,8 +162,13 @@ bool QtHost::Embedding::forwardKey() {
 }
 
 bool QtHost::Embedding::scrollParent(const QPoint& angle) {
-    constexpr double kNotch = 120.0;
-    return sheet::scrollParent(host_, angle.x() / kNotch, angle.y() / kNotch);
+    constexpr int kUnitsPerNotch = 3;
+    constexpr int kAnglePerUnit = 120 / kUnitsPerNotch;
+    // Fine wheels and touch pads send parts of a unit.
+    turned_ += angle;
+    const QPoint units(turned_.x() / kAnglePerUnit, turned_.y() / kAnglePerUnit);
+    turned_ -= units * kAnglePerUnit;
+    return sheet::scrollParent(host_, units.x(), units.y());
 }
 
 void QtHost::Embedding::relayoutLater() {
@@ -178,11 +186,32 @@ void QtHost::Embedding::relayout() {
     isRelayoutPending_ = false;
     host_.InvalidateBestSize();
     relayoutParents(host_);
+    scrollToFocusLater();
+}
+
+void QtHost::Embedding::scrollToFocusLater() {
+    if (isScrollPending_) {
+        host_.CallAfter([host = &host_] {
+            if (host->embedding_) {
+                host->embedding_->scrollToFocus(QApplication::focusWidget());
+                host->embedding_->isScrollPending_ = host->embedding_->isRelayoutPending_;
+            }
+        });
+    }
 }
 
 void QtHost::Embedding::onFocusChanged(QWidget* focus) {
     if (focus == nullptr || !content_ || !content_->isAncestorOf(focus) ||
         QApplication::mouseButtons() != Qt::NoButton) {
+        return;
+    }
+    // What has just come has its place only after the next layout.
+    isScrollPending_ = isRelayoutPending_;
+    scrollToFocus(focus);
+}
+
+void QtHost::Embedding::scrollToFocus(QWidget* focus) {
+    if (focus == nullptr || !content_ || !content_->isAncestorOf(focus)) {
         return;
     }
     const QPoint corner = focus->mapTo(content_, QPoint(0, 0));

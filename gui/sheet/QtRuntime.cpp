@@ -1,5 +1,6 @@
 #include "gui/sheet/QtRuntime.h"
 
+#include "foundation/logging/DebugLogger.h"
 #include "gui/sheet/NativeHeaders.h"
 #include "gui/sheet/QtAccessibility.h"
 #include "gui/sheet/QtHost.h"
@@ -49,6 +50,14 @@ void handleMessage(QtMsgType type, const QMessageLogContext& context, const QStr
     }
 }
 
+/// What Qt says to developers.
+void logQtMessage(QtMsgType, const QMessageLogContext&, const QString& message) {
+    static const DebugLogger logger("Qt");
+    if (isDevelopmentEnviro()) {
+        logger.debug(fromQt(message));
+    }
+}
+
 }  // namespace
 
 void QtRuntime::prepareEnvironment() {
@@ -61,6 +70,7 @@ void QtRuntime::prepareEnvironment() {
 }
 
 QtRuntime::QtRuntime() {
+    qInstallMessageHandler(logQtMessage);
     takeScale();
     nextHandler = qInstallMessageHandler(handleMessage);
     // QApplication keeps the references.

@@ -102,6 +102,7 @@ MessageDialog::MessageDialog(wxWindow* parent, Message message)
             close();
         } else {
             event.Veto();
+            message_.onCloseWanted ? message_.onCloseWanted() : void();
         }
     });
     if (message_.closesOnOutsideClick) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "foundation/CallbackLifetime.h"
+#include "foundation/Function.h"
 #include "foundation/String.h"
 
 #include <wx/dialog.h>
@@ -19,6 +20,8 @@ struct Message {
     std::vector<String> buttons{};  ///< from left to right; Return presses the first
     /// Whether the title bar has a button that closes it, and Escape does.
     bool closes = true;
+    /// Called when the user wants to close a dialog that does not close; may be empty.
+    Function<void()> onCloseWanted{};
     /// Whether a click on another window of the program closes it.
     bool closesOnOutsideClick = false;
     bool staysOnTop = false;

@@ -77,13 +77,22 @@ void MainFrame::buildDocking() {
                                      .CaptionVisible(false)
                                      .PaneBorder(false)
                                      .Gripper(false)
-                                     .Fixed()
-                                     .BestSize(FromDIP(wxSize(kSidePanelWidth, 400))));
+                                     .Fixed());
     docking_.applySkin(widgets::GuiSkin::DEFAULT());
+    sizePanes();
+}
+
+void MainFrame::sizePanes() {
+    // A pane of fixed width has a fixed height too, which is to be all there is.
+    docking_.GetPane(sidePanel_).BestSize(FromDIP(kSidePanelWidth), GetClientSize().y);
     docking_.Update();
 }
 
 void MainFrame::bindFrame() {
+    Bind(wxEVT_SIZE, [this](wxSizeEvent& event) {
+        sizePanes();
+        event.Skip();
+    });
     canvas_->onZoomChanged = [this] { updateTitle(); };
     observe(settings::allPropertyIds(), [this] { setModified(); });
 }

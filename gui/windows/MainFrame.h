@@ -37,6 +37,7 @@ private:
 
     void buildControls();
     void buildDocking();
+    void sizePanes();
     void bindFrame();
     void bindMouse();
     void bindKeyboard();

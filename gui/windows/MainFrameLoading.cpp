@@ -65,6 +65,11 @@ void MainFrame::showWaiting(const String& text) {
     message.icon = MessageIcon::Information;
     message.closes = false;
     message.closesOnOutsideClick = true;
+    // While it is there, it is the window that the user closes.
+    message.onCloseWanted = [this] {
+        closeOpenDialog();
+        CallAfter([this] { Close(); });
+    };
     message.centeredOver = canvas_;
     MessageDialog dialog(this, message);
     MessageDialog* const before = std::exchange(openDialog_, &dialog);

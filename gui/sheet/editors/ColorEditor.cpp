@@ -36,6 +36,13 @@ private:
     QColor color_;
 };
 
+/// Light brighter than 1 keeps its hue.
+CompressedRgb fitIntoRange(const CompressedRgb& color) {
+    const float brightest = std::max({color.r, color.g, color.b, 1.0f});
+    const auto fit = [brightest](float component) { return std::max(component, 0.0f) / brightest; };
+    return {fit(color.r), fit(color.g), fit(color.b)};
+}
+
 }  // namespace
 
 ColorEditor::ColorEditor(const PropertyDefinition& property, const EditorContext& context)
@@ -89,14 +96,13 @@ void ColorEditor::openPopup() {
 void ColorEditor::pick(bool isOn) {
     picking_ = CallbackLifetime();
     if (isOn) {
-        picking_ = context_.host.pickColor(
-            context_.getItemId(), [this](const Optional<CompressedRgb>& picked) {
-                dropper_->setChecked(false);
-                if (picked) {
-                    take({std::clamp(picked->r, 0.0f, 1.0f), std::clamp(picked->g, 0.0f, 1.0f),
-                          std::clamp(picked->b, 0.0f, 1.0f)});
-                }
-            });
+        picking_ = context_.host.pickColor(context_.getItemId(),
+                                           [this](const Optional<CompressedRgb>& picked) {
+                                               dropper_->setChecked(false);
+                                               if (picked) {
+                                                   take(fitIntoRange(*picked));
+                                               }
+                                           });
     }
 }
 

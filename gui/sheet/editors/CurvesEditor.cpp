@@ -15,6 +15,8 @@
 namespace tavrin::sheet {
 namespace {
 
+constexpr int kLeastTabWidth = 24;
+
 NumberScale makeStopScale() {
     NumberScale scale;
     scale.minimum = -colorkit::kLargestCurveStop;
@@ -71,6 +73,7 @@ void CurvesEditor::makeTabs() {
         curve.button->setAutoExclusive(true);
         curve.button->setFixedHeight(widgets::GuiSkin::DEFAULT().controlHeight);
         curve.button->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+        curve.button->setMinimumWidth(kLeastTabWidth);
         QPalette palette = curve.button->palette();
         palette.setColor(QPalette::ButtonText, curve.color);
         curve.button->setPalette(palette);

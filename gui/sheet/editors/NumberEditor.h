@@ -13,16 +13,16 @@ template <class T>
 class NumberEditor final : public PropertyEditor {
 public:
     explicit NumberEditor(const PropertyDefinition& property)
-        : scale_(makeNumberScale(property)), field_(new NumberField(scale_, this)) {
+        : scale_(makeNumberScale(property)),
+          slider_(scale_.hasSlider ? new ValueSlider(scale_, this) : nullptr),
+          field_(new NumberField(scale_, this)) {
         auto* layout = new QHBoxLayout(this);
         layout->setContentsMargins(0, 0, 0, 0);
         layout->setSpacing(6);
-        if (scale_.hasSlider) {
-            slider_ = new ValueSlider(scale_, this);
+        if (slider_ != nullptr) {
             layout->addWidget(slider_, 1);
             slider_->onEdited = [this](double number) { take(number); };
             field_->setFixedWidth(field_->sizeHint().width());
-            setTabOrder(slider_, field_);
         }
         layout->addWidget(field_, scale_.hasSlider ? 0 : 1);
         field_->onEdited = [this](double number) { take(number); };
@@ -45,8 +45,9 @@ private:
     }
 
     NumberScale scale_;
+    // In the order of the Tab key.
+    ValueSlider* slider_;  ///< null without one
     NumberField* field_;
-    ValueSlider* slider_ = nullptr;
 };
 
 }  // namespace tavrin::sheet

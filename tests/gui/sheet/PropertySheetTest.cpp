@@ -4,7 +4,9 @@
 #include "gui/sheet/UndoBar.h"
 #include "gui/sheet/editors/NumberField.h"
 #include "gui/sheet/editors/ValueSlider.h"
+#include "services/colorkit/ColorMappingOperatorFactory.h"
 #include "tests/gui/sheet/SheetFixture.h"
+#include "tests/support/RegisteredTypes.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -22,6 +24,17 @@ using sheet::ValueSlider;
 using testing::ElementsAre;
 
 using Data = colorkit::ColorMappingWithObservers::Data;
+
+TEST(PropertySheet, EveryOperatorFitsIntoANarrowPanel) {
+    constexpr int kWidth = 215;
+    const RegisteredTypes types;
+    for (const auto& [name, descriptor] :
+         colorkit::ColorMappingOperatorFactory::getInstance().getAllDescriptors()) {
+        const std::string type = name.toUtf8();
+        const ShownSheet shown({type.c_str()});
+        EXPECT_LE(shown.getSheet().minimumSizeHint().width(), kWidth) << type;
+    }
+}
 
 TEST(PropertySheet, NumbersAreTypedSteppedAndDragged) {
     ShownSheet shown({"Exposure", "WhiteBalance"});

@@ -175,6 +175,21 @@ TEST_F(MainFrameTest, TypingIntoTheSheetChangesThePicture) {
     EXPECT_TRUE(waitFor([this] { return showsPipeline(); }));
 }
 
+TEST_F(MainFrameTest, TheSidePanelFollowsTheHeightOfTheWindow) {
+    load();
+    wxWindow& page = frame_->getPostprocessPanel();
+    for (const wxSize size : {wxSize(1000, 900), wxSize(800, 500), wxSize(1200, 950)}) {
+        frame_->SetSize(size);
+        const auto fills = [&] {
+            const int bottom = page.GetScreenRect().GetBottom();
+            const int frameBottom = frame_->ClientToScreen(wxPoint(0, frame_->GetClientSize().y)).y;
+            return frame_->GetSize() == size && std::abs(frameBottom - 1 - bottom) <= 2;
+        };
+        EXPECT_TRUE(waitFor(fills)) << page.GetSize().y << " of " << page.GetParent()->GetSize().y;
+    }
+    keepScreenshot(*frame_, "main-frame-high");
+}
+
 TEST_F(MainFrameTest, PicksAColorOnTheCanvas) {
     load();
     Optional<CompressedRgb> picked;
