@@ -58,6 +58,12 @@ String escapeLine(const String& text) {
     return escapeControls(text).replaced("\n", "?");
 }
 
+String quote(const String& name) {
+    constexpr std::size_t kMostShown = 40;
+    const bool isLong = name.size() > kMostShown;
+    return "\"" + name.substring(0, kMostShown) + (isLong ? u"\u2026\"" : u"\"");
+}
+
 String toLowerCase(const String& text) {
     std::u16string lower(text.view());
     for (char16_t& unit : lower) {
