@@ -25,6 +25,8 @@ String quote(const String& name);
 
 /// The text with the letters A to Z in lower case; others stay.
 String toLowerCase(const String& text);
+/// The text with the letters a to z in upper case; others stay.
+String toUpperCase(const String& text);
 
 }  // namespace Str
 }  // namespace foundation

@@ -8,7 +8,8 @@ for command in '' batch; do
         grep -qF -- "\\fB${option//-/\\-}\\fR" "$page" || echo "$option is missing"
     done <options
 done
-grep "^[.']" "$page" | grep -vE '^\.(TH|SH|TP|PP|nf|fi|br)( |$)' || echo "no text is taken for a command"
+grep '^\.S[HS]' "$page"
+grep "^[.']" "$page" | grep -vE '^\.(TH|SH|SS|TP|nf|fi|br)( |$)' || echo "no text is taken for a command"
 
 image clash 'two words.exr'
 ln -s "$cli" tavrin-cli
