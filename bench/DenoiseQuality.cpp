@@ -4,6 +4,7 @@
 
 #include "base/image/Exr.h"
 #include "bench/ImageQuality.h"
+#include "foundation/ArgumentParsing.h"
 #include "foundation/Exception.h"
 #include "foundation/ProgramMain.h"
 #include "services/imageio/SaveImage.h"
@@ -169,13 +170,8 @@ int main(int argumentCount, char** arguments) {
         std::string cropFolder;
         app.add_option("images", files, "noisy image and reference, in turns")->required();
         app.add_option("--crops", cropFolder, "folder for the middles of the pictures at 200 %");
-        try {
-            app.parse(argumentCount, arguments);
-        } catch (const CLI::CallForHelp&) {
-            std::printf("%s", app.help().c_str());
+        if (!tavrin::parseArguments(app, argumentCount, arguments)) {
             return;
-        } catch (const CLI::ParseError& error) {
-            throw tavrin::UsageError(tavrin::String::fromUtf8(error.what()));
         }
         if (files.size() % 2 != 0) {
             throw tavrin::UsageError("Each noisy image needs a reference.");

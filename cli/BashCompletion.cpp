@@ -1,5 +1,11 @@
 #include "cli/BashCompletion.h"
 
+#include "services/imageio/ImageSaveSettings.h"
+#include "services/postcore/PropertyDescriptor.h"
+#include "services/postcore/PropertyText.h"
+
+#include <algorithm>
+#include <iterator>
 #include <map>
 #include <ostream>
 
@@ -58,23 +64,30 @@ _tavrin_cli_offer_presets() {
     _tavrin_cli_offer_files
 }
 
-_tavrin_cli_offer_properties() {
-    compopt -o nospace
-    _tavrin_cli_offer < <(_tavrin_cli_ask --list-properties --json |
-        sed -n 's/^ *"name": "\(.*\)",$/\1=/p')
+# The option that the current word belongs to, in $option, and the key of a KEY=VALUE, in $key. Bash
+# takes the "=" of these and of "--option=value" for words.
+_tavrin_cli_find_option() {
+    local -i i=COMP_CWORD
+    key=
+    if [[ $current == = ]]; then
+        current=
+    else
+        i=i-1
+    fi
+    if [[ ${COMP_WORDS[i]} == = && ${COMP_WORDS[i - 1]} != -* ]]; then
+        key=${COMP_WORDS[i - 1]}
+        i=i-2
+    fi
+    [[ ${COMP_WORDS[i]} != = ]] || i=i-1
+    option=${COMP_WORDS[i]}
 }
 )bash";
 
 constexpr const char* kMain = R"bash(
 _tavrin_cli() {
-    local current=${COMP_WORDS[COMP_CWORD]} option=${COMP_WORDS[COMP_CWORD - 1]}
+    local current=${COMP_WORDS[COMP_CWORD]} option key
     COMPREPLY=()
-    # Bash takes the "=" of "--option=value" and "name=value" for a word.
-    if [[ $current == = ]]; then
-        current=
-    elif [[ $option == = ]]; then
-        option=${COMP_WORDS[COMP_CWORD - 2]}
-    fi
+    _tavrin_cli_find_option
     if ((COMP_CWORD > 1)) && [[ ${COMP_WORDS[1]} == batch ]]; then
         _tavrin_cli_complete_batch "$option"
         return
@@ -88,10 +101,51 @@ _tavrin_cli() {
 complete -F _tavrin_cli tavrin-cli
 )bash";
 
-/// The functions above that offer what an option takes, where its files or words are not all.
+/// The functions that offer what an option takes, where its files or words are not all.
 const std::map<String, String> kOfferings = {{"element", "_tavrin_cli_offer_elements"},
+                                             {"format-option", "_tavrin_cli_offer_format_options"},
                                              {"preset", "_tavrin_cli_offer_presets"},
                                              {"set", "_tavrin_cli_offer_properties"}};
+
+/// A key of an option that takes KEY=VALUE.
+struct Key {
+    String name;
+    std::vector<String> values;  ///< none where they are too many
+};
+
+std::vector<Key> getPropertyKeys() {
+    std::vector<Key> keys;
+    for (const postcore::PropertyDescriptor& property : postcore::PropertyDescriptor::list()) {
+        Key key{property.name, {}};
+        if (property.type == postcore::PropertyType::Bool) {
+            key.values = {postcore::getConfSerialization(true),
+                          postcore::getConfSerialization(false)};
+        }
+        std::ranges::transform(property.choices, std::back_inserter(key.values),
+                               &postcore::PropertyChoice::name);
+        keys.push_back(std::move(key));
+    }
+    return keys;
+}
+
+/// Those of all formats.
+std::vector<Key> getFormatKeys() {
+    std::vector<Key> keys;
+    for (const imageio::ImageFormatInfo& format : imageio::getImageFormats()) {
+        for (const imageio::ImageSaveChoice& choice : imageio::getImageSaveChoices(format)) {
+            auto key = std::ranges::find(keys, choice.key, &Key::name);
+            if (key == keys.end()) {
+                key = keys.insert(key, {choice.key, {}});
+            }
+            for (const String& word : choice.words) {
+                if (std::ranges::find(key->values, word) == key->values.end()) {
+                    key->values.push_back(word);
+                }
+            }
+        }
+    }
+    return keys;
+}
 
 String join(const std::vector<String>& words, const char* separator) {
     String text;
@@ -109,6 +163,27 @@ std::vector<String> getSpellings(const OptionDescription& option) {
     return spellings;
 }
 
+/// The command that offers these words.
+String offer(const std::vector<String>& words) {
+    return "_tavrin_cli_offer <<<$'" + join(words, "\\n") + "'";
+}
+
+/// A function that offers the keys of an option, or the values of the current key.
+void printKeys(std::ostream& out, const char* function, const std::vector<Key>& keys) {
+    std::vector<String> starts;
+    std::ranges::transform(keys, std::back_inserter(starts),
+                           [](const Key& key) { return key.name + "="; });
+    out << '\n' << function << "() {\n    case $key in\n";
+    out << "    '')\n        compopt -o nospace\n        " << offer(starts).toUtf8()
+        << "\n        ;;\n";
+    for (const Key& key : keys) {
+        if (!key.values.empty()) {
+            out << "    " << key.name.toUtf8() << ") " << offer(key.values).toUtf8() << " ;;\n";
+        }
+    }
+    out << "    esac\n}\n";
+}
+
 /// The command that offers what an option takes; nothing is offered where anything may come.
 String getOffering(const OptionDescription& option) {
     const auto offering = kOfferings.find(option.name);
@@ -116,7 +191,7 @@ String getOffering(const OptionDescription& option) {
         return offering->second;
     }
     if (!option.getChoices().empty()) {
-        return "_tavrin_cli_offer <<<$'" + join(option.getChoices(), "\\n") + "'";
+        return offer(option.getChoices());
     }
     return option.value == "FILE" ? "_tavrin_cli_offer_files" : ":";
 }
@@ -134,9 +209,9 @@ void printCommand(std::ostream& out, const String& function, const CommandDescri
                 << getOffering(option).toUtf8() << " ;;\n";
         }
     }
-    out << "    *)\n        if [[ $current == -* ]]; then\n            _tavrin_cli_offer <<<$'"
-        << join(spellings, "\\n").toUtf8()
-        << "'\n        else\n            _tavrin_cli_offer_files\n        fi\n        ;;\n"
+    out << "    *)\n        if [[ $current == -* ]]; then\n            "
+        << offer(spellings).toUtf8()
+        << "\n        else\n            _tavrin_cli_offer_files\n        fi\n        ;;\n"
         << "    esac\n}\n";
 }
 
@@ -158,6 +233,8 @@ void printValueTest(std::ostream& out, const CommandDescription& command) {
 void printBashCompletion(std::ostream& out, const CommandDescription& program,
                          const CommandDescription& batch) {
     out << kFunctions;
+    printKeys(out, "_tavrin_cli_offer_format_options", getFormatKeys());
+    printKeys(out, "_tavrin_cli_offer_properties", getPropertyKeys());
     printValueTest(out, program);
     printCommand(out, "_tavrin_cli_complete", program);
     printCommand(out, "_tavrin_cli_complete_batch", batch);

@@ -1,5 +1,6 @@
 #include "cli/BatchCommandLine.h"
 
+#include "foundation/ArgumentParsing.h"
 #include "foundation/NumberText.h"
 #include "foundation/ProgramMain.h"
 
@@ -33,7 +34,10 @@ constexpr const char* kFooter =
     "  tavrin-cli batch shots.json --resume --jobs 4\n"
     "  tavrin-cli batch shots.json --slice 3/16\n"
     "\n"
-    "Exit codes: 0 all jobs done or skipped; 1 a job failed; 2 the command line is wrong.";
+    "Exit codes:\n"
+    "  0  all jobs done or skipped\n"
+    "  1  a job failed, or the job file makes no sense\n"
+    "  2  the command line is wrong";
 
 struct RawArguments {
     std::string jobFile;

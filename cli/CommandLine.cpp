@@ -1,5 +1,6 @@
 #include "cli/CommandLine.h"
 
+#include "foundation/ArgumentParsing.h"
 #include "foundation/FileFilter.h"
 #include "foundation/NumberText.h"
 #include "foundation/Text.h"
@@ -31,7 +32,10 @@ constexpr const char* kFooter =
     "\n"
     "tavrin-cli batch processes a list of jobs; its --help tells more.\n"
     "\n"
-    "Exit codes: 0 done; 1 the work failed; 2 the command line is wrong.";
+    "Exit codes:\n"
+    "  0  done\n"
+    "  1  the work failed\n"
+    "  2  the command line is wrong";
 
 /// The arguments as CLI11 stores them, before they become Options.
 struct RawArguments {

@@ -1,6 +1,6 @@
 #include "cli/FormatList.h"
 
-#include "services/imageio/ImageFormat.h"
+#include "services/imageio/ImageSaveSettings.h"
 
 #include <ostream>
 #include <string>
@@ -8,38 +8,27 @@
 namespace tavrin::cli {
 namespace {
 
-using imageio::BitDepth;
 using imageio::ImageFormatInfo;
 
-std::string getText(const String& text) {
-    return text.toUtf8();
-}
-
-std::string getText(BitDepth depth) {
-    return imageio::toString(depth).toUtf8();
-}
-
-template <class T>
-std::string join(const std::vector<T>& items, const char* separator) {
+std::string join(const std::vector<String>& words, const char* separator) {
     std::string joined;
-    for (const T& item : items) {
-        joined += (joined.empty() ? "" : separator) + getText(item);
+    for (const String& word : words) {
+        joined += (joined.empty() ? "" : separator) + word.toUtf8();
     }
     return joined;
 }
 
 void printFormat(std::ostream& out, const ImageFormatInfo& format) {
-    out << getText(format.name) << ": " << getText(format.displayName) << " (."
+    out << format.name.toUtf8() << ": " << format.displayName.toUtf8() << " (."
         << join(format.extensions, ", .") << ")" << (format.carriesAlpha ? ", alpha" : "")
         << (format.holdsFloats() ? ", floating point" : "") << '\n';
-    if (format.bitDepths.size() > 1) {
-        out << "  bitdepth=" << join(format.bitDepths, "|") << '\n';
-    }
-    if (format.quality) {
-        out << "  quality=1..100 (" << *format.quality << " by default)\n";
-    }
-    if (!format.compressions.empty()) {
-        out << "  compression=" << join(format.compressions, "|") << '\n';
+    for (const imageio::ImageSaveChoice& choice : imageio::getImageSaveChoices(format)) {
+        out << "  " << choice.key.toUtf8() << '=';
+        if (choice.words.empty()) {
+            out << "1..100 (" << *format.quality << " by default)\n";
+        } else {
+            out << join(choice.words, "|") << '\n';
+        }
     }
 }
 

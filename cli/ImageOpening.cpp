@@ -4,7 +4,9 @@
 #include "base/pipeline/Completion.h"
 #include "base/settings/PropertyHelp.h"
 
+#include <memory>
 #include <string>
+#include <vector>
 
 namespace tavrin::cli {
 namespace {
@@ -52,7 +54,14 @@ void openImages(const Options& options, ImageContent content, pipeline::Performe
     pipeline::LoadOperator& load = performer.load;
     // From the thread of an operator while this one waits, and from this one later.
     const auto print = [&warnings](const String& text) { warnings.print(text); };
-    load.onWarning = print;
+    const auto isOpen = std::make_shared<bool>(false);
+    load.onWarning = [print, isOpen, &load](const String& text) {
+        // What is wrong with the settings of the loaded image, the first one of several; before
+        // there is one, what several do not agree on.
+        const std::vector<Path> loaded = load.getLoadedPaths();
+        const bool isOfImage = !*isOpen && !loaded.empty();
+        print(isOfImage ? "Image \"" + loaded.front().native() + "\": " + text : text);
+    };
     performer.denoise.onWarning = print;
     if (options.inputs.empty()) {
         load.updateSettings(settings::allPropertyIds());
@@ -71,6 +80,7 @@ void openImages(const Options& options, ImageContent content, pipeline::Performe
     if (!result) {
         throw Exception(result.error());
     }
+    *isOpen = true;
     protectData(load);
 }
 

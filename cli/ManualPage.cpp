@@ -1,5 +1,7 @@
 #include "cli/ManualPage.h"
 
+#include "foundation/Text.h"
+
 #include <ostream>
 #include <sstream>
 #include <string>
@@ -37,12 +39,25 @@ void printOption(std::ostream& out, const OptionDescription& option) {
     printLine(out, option.help + ".");
 }
 
-/// Lines that are shown as they are, such as examples.
-void printLines(std::ostream& out, const String& text) {
-    out << ".PP\n.nf\n";
-    std::istringstream lines(text.toUtf8());
-    for (std::string line; std::getline(lines, line);) {
-        printLine(out, String::fromUtf8(line));
+/// The parts of a command: sections of the page for the program, else parts of a section.
+void printHeading(std::ostream& out, const String& heading, bool isSection) {
+    out << (isSection ? ".SH " : ".SS ") << escape(isSection ? Str::toUpperCase(heading) : heading)
+        << '\n';
+}
+
+/// Lines that are shown as they are, such as examples; those that introduce what follows, such as
+/// "Examples:", are headings.
+void printFooter(std::ostream& out, const String& footer, bool isSection) {
+    std::istringstream lines(footer.toUtf8());
+    for (std::string text; std::getline(lines, text);) {
+        const String line = String::fromUtf8(text);
+        if (line.endsWith(":") && !line.startsWith(" ")) {
+            out << ".fi\n";
+            printHeading(out, line.substring(0, line.size() - 1), isSection);
+            out << ".nf\n";
+        } else {
+            printLine(out, line);
+        }
     }
     out << ".fi\n";
 }
@@ -52,12 +67,13 @@ void printSynopsis(std::ostream& out, const CommandDescription& command) {
         << escape(command.operand) << "\\fR\n";
 }
 
-void printCommand(std::ostream& out, const CommandDescription& command) {
+void printCommand(std::ostream& out, const CommandDescription& command, bool isSection) {
     printLine(out, command.description);
+    printHeading(out, "Options", isSection);
     for (const OptionDescription& option : command.options) {
         printOption(out, option);
     }
-    printLines(out, command.footer);
+    printFooter(out, command.footer, isSection);
 }
 
 }  // namespace
@@ -73,10 +89,10 @@ void printManualPage(std::ostream& out, const CommandDescription& program,
         printSynopsis(out, command);
     }
     out << ".SH DESCRIPTION\n";
-    printCommand(out, program);
+    printCommand(out, program, true);
     for (const CommandDescription& command : commands) {
         out << ".SH \"" << escape(command.name) << "\"\n";
-        printCommand(out, command);
+        printCommand(out, command, false);
     }
 }
 

@@ -1,21 +1,11 @@
 #include "cli/OptionTable.h"
 
-#include "foundation/ProgramMain.h"
-
 #include <CLI/CLI.hpp>
-
-#include <iostream>
 
 namespace tavrin::cli {
 namespace {
 
 constexpr int kMostThreads = 1024;
-
-/// The parser's messages, as sentences.
-String toSentence(const std::string& message) {
-    const String text = String::fromUtf8(message).trimmed();
-    return text.endsWith(".") ? text : text + ".";
-}
 
 ProgressMode toProgressMode(const std::string& word) {
     if (word == "auto") {
@@ -98,21 +88,6 @@ void addProgramOptions(CLI::App& app, int& threads, bool& isQuiet, ProgressMode&
     app.set_version_flag("--version", std::string("tavrin-cli ") + TAVRIN_VERSION,
                          "Print the version");
     app.set_help_flag("-h,--help", "Print this text");
-}
-
-bool parseArguments(CLI::App& app, int argumentCount, const char* const* arguments) {
-    try {
-        app.parse(argumentCount, arguments);
-        return true;
-    } catch (const CLI::Success& request) {
-        app.exit(request, std::cout, std::cerr);
-        if (!std::cout.flush()) {
-            throw Exception("Standard output cannot be written.");
-        }
-        return false;
-    } catch (const CLI::ParseError& error) {
-        throw UsageError(toSentence(error.what()));
-    }
 }
 
 }  // namespace tavrin::cli

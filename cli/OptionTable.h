@@ -45,8 +45,4 @@ void setChoices(CLI::Option& option, const std::vector<std::string>& words);
 /// places where they are stored have to outlive the parsing.
 void addProgramOptions(CLI::App& app, int& threads, bool& isQuiet, ProgressMode& progress);
 
-/// Reads the arguments. False when only a text (help, version) was asked for, which has then been
-/// printed. Throws a UsageError.
-bool parseArguments(CLI::App& app, int argumentCount, const char* const* arguments);
-
 }  // namespace tavrin::cli

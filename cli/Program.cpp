@@ -60,7 +60,7 @@ void printRequestedLists(const Options& options) {
 void printElementNames(const pipeline::Performer& performer) {
     // Light selects first, in the order of the properties of LightMix; data last.
     std::vector<image::ElementInfo> elements = performer.zoom.getElements();
-    std::ranges::stable_partition(elements, [](const image::ElementInfo& element) {
+    std::stable_partition(elements.begin(), elements.end(), [](const image::ElementInfo& element) {
         return !element.has(image::kAuxiliaryElement);
     });
     for (const image::ElementInfo& element : elements) {

@@ -1,7 +1,11 @@
 #include "foundation/Json.h"
 
+#include "foundation/Text.h"
+
 #include <array>
 #include <charconv>
+#include <set>
+#include <vector>
 
 namespace tavrin {
 inline namespace foundation {
@@ -10,20 +14,46 @@ namespace {
 // Printing is recursive, so that depth must be bounded before a value is kept.
 constexpr int kMaximumDepth = 64;
 
+/// Watches over parsing for what the library would let pass.
+class Guard {
+public:
+    /// What the library asks after each step; false once something has been found.
+    bool accept(int depth, Json::parse_event_t event, const Json& value) {
+        using Event = Json::parse_event_t;
+        const bool opens = event == Event::object_start || event == Event::array_start;
+        if (!failure_.isEmpty()) {
+            return false;
+        }
+        if (opens && depth >= kMaximumDepth) {
+            failure_ = "The text is nested too deeply.";
+        } else if (event == Event::object_start) {
+            names_.emplace_back();
+        } else if (event == Event::object_end) {
+            names_.pop_back();
+        } else if (event == Event::key && !names_.back().insert(toString(value)).second) {
+            failure_ = "An object of the text has two members " + Str::quote(toString(value)) + ".";
+        }
+        return failure_.isEmpty();
+    }
+
+    const String& getFailure() const { return failure_; }
+
+private:
+    std::vector<std::set<String>> names_;  ///< of the members of each open object, outermost first
+    String failure_;
+};
+
 }  // namespace
 
 Result<Json> parseJson(const String& text) {
-    bool tooDeep = false;
-    const auto limitDepth = [&tooDeep](int depth, Json::parse_event_t event, Json&) {
-        const bool opens =
-            event == Json::parse_event_t::object_start || event == Json::parse_event_t::array_start;
-        tooDeep = tooDeep || (opens && depth >= kMaximumDepth);
-        return !tooDeep;
+    Guard guard;
+    const auto accept = [&guard](int depth, Json::parse_event_t event, const Json& value) {
+        return guard.accept(depth, event, value);
     };
     try {
-        Json json = Json::parse(text.toUtf8(), limitDepth);
-        if (tooDeep) {
-            return Failure("The text is nested too deeply.");
+        Json json = Json::parse(text.toUtf8(), accept);
+        if (!guard.getFailure().isEmpty()) {
+            return Failure(guard.getFailure());
         }
         return json;
     } catch (const Json::parse_error& error) {

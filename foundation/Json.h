@@ -11,8 +11,8 @@ inline namespace foundation {
 /// JSON whose objects keep the order of their members.
 using Json = nlohmann::ordered_json;
 
-/// Parses text from outside: nesting deeper than 64 levels and anything that is not one JSON value
-/// is a failure that says where; it never throws.
+/// Parses text from outside: nesting deeper than 64 levels, two members of one name in an object
+/// and anything that is not one JSON value are failures that say what or where; it never throws.
 Result<Json> parseJson(const String& text);
 
 /// One line of JSON text; lone surrogates have been replaced by U+FFFD.

@@ -27,6 +27,18 @@ String cut(const String& text, std::size_t mostBytes) {
     return String::fromUtf8(std::string_view(utf8).substr(0, size));
 }
 
+/// The text with the 26 letters that start with `from` changed to those that start with `to`.
+String changeLetters(const String& text, char16_t from, char16_t to) {
+    constexpr int kLetters = 26;
+    std::u16string changed(text.view());
+    for (char16_t& unit : changed) {
+        if (unit >= from && unit < from + kLetters) {
+            unit = static_cast<char16_t>(unit - from + to);
+        }
+    }
+    return changed;
+}
+
 }  // namespace
 
 String escapeFilename(const String& text, std::size_t mostBytes) {
@@ -58,14 +70,18 @@ String escapeLine(const String& text) {
     return escapeControls(text).replaced("\n", "?");
 }
 
+String quote(const String& name) {
+    constexpr std::size_t kMostShown = 40;
+    const bool isLong = name.size() > kMostShown;
+    return "\"" + name.substring(0, kMostShown) + (isLong ? u"\u2026\"" : u"\"");
+}
+
 String toLowerCase(const String& text) {
-    std::u16string lower(text.view());
-    for (char16_t& unit : lower) {
-        if (unit >= u'A' && unit <= u'Z') {
-            unit = static_cast<char16_t>(unit - u'A' + u'a');
-        }
-    }
-    return lower;
+    return changeLetters(text, u'A', u'a');
+}
+
+String toUpperCase(const String& text) {
+    return changeLetters(text, u'a', u'A');
 }
 
 }  // namespace Str

@@ -19,9 +19,14 @@ String escapeFilename(const String& text, std::size_t mostBytes = kLongestFilena
 String escapeControls(const String& text);
 /// The same for a text that is part of one line: line ends become "?" too.
 String escapeLine(const String& text);
+/// A name from a text in quotes, short enough for a message: what is longer than 40 characters ends
+/// in an ellipsis.
+String quote(const String& name);
 
 /// The text with the letters A to Z in lower case; others stay.
 String toLowerCase(const String& text);
+/// The text with the letters a to z in upper case; others stay.
+String toUpperCase(const String& text);
 
 }  // namespace Str
 }  // namespace foundation

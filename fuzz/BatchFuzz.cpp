@@ -3,7 +3,7 @@
 
 #include "cli/BatchFile.h"
 #include "cli/CommandLine.h"
-#include "cli/JobFiles.h"
+#include "cli/WorkFiles.h"
 #include "foundation/FatalError.h"
 
 #include <algorithm>
@@ -25,7 +25,7 @@ void checkJob(const std::vector<std::string>& arguments) {
     try {
         const auto options = parseCommandLine(static_cast<int>(pointers.size()), pointers.data());
         require(options.has_value(), "A job asks for help.");
-        require(!getOutputs(*options).empty(), "A job saves nothing.");
+        require(!getNamedOutputs(*options).empty(), "A job saves nothing.");
         require(!options->info && !options->listElements && options->threads == 0,
                 "A job has an option that is not for jobs.");
     } catch (const UsageError&) {

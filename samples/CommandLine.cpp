@@ -1,9 +1,11 @@
 #include "samples/CommandLine.h"
 
+#include "foundation/ArgumentParsing.h"
+
 #include <CLI/CLI.hpp>
 
 #include <charconv>
-#include <iostream>
+#include <limits>
 
 namespace tavrin::samples {
 namespace {
@@ -12,7 +14,8 @@ constexpr int kMostThreads = 1024;
 constexpr int kMostSamples = 1 << 20;
 constexpr int kLongestSide = 16384;
 constexpr std::int64_t kMostPixels = 7680 * 4320;  // some 6 GB of channels
-constexpr int kLeastSamples = 2;                   // of a part, so that there is a variance
+constexpr std::int64_t kGreatestSeed = std::numeric_limits<std::int64_t>::max();
+constexpr int kLeastSamples = 2;  // of a part, so that there is a variance
 
 constexpr const char* kDescription =
     "Renders an evening scene into a TXR image with light selects, denoising data, depth, a mask "
@@ -27,7 +30,10 @@ constexpr const char* kFooter =
     "The parts of an image, merged by their weights, are the image. Equal options give equal\n"
     "files, whatever the number of threads, unless --timing is given.\n"
     "\n"
-    "Exit codes: 0 done; 1 the work failed; 2 the command line is wrong.";
+    "Exit codes:\n"
+    "  0  done\n"
+    "  1  the work failed\n"
+    "  2  the command line is wrong";
 
 struct RawArguments {
     std::string output;
@@ -82,25 +88,25 @@ void addOptions(CLI::App& app, RawArguments& raw, CommandLine& line) {
     app.add_option("-o,--output", raw.output, "TXR file to save")->type_name("FILE");
     app.add_option("--size", raw.size, "Width and height in pixels; 640x360 without this option")
         ->type_name("WxH");
-    app.add_option("--samples", line.samples, "Samples per pixel, of all parts together")
+    app.add_option("--samples", line.samples,
+                   "Samples per pixel, of all parts together; 24 without this option")
         ->type_name("N")
-        ->capture_default_str()
-        ->check(CLI::Range(kLeastSamples, kMostSamples));
-    app.add_option("--seed", raw.seed, "Start of the random numbers")
+        ->check(CLI::Range(kLeastSamples, kMostSamples).description(""));
+    app.add_option("--seed", raw.seed, "Start of the random numbers; 1 without this option")
         ->type_name("N")
-        ->capture_default_str()
-        ->check(CLI::NonNegativeNumber);
+        ->check(CLI::Range(std::int64_t{0}, kGreatestSeed).description(""));
     app.add_option("--part", raw.part,
                    "Render only part k of n: its own share of the samples of every pixel")
         ->type_name("k/n");
     app.add_option("--threads", line.threads,
                    "How many threads may work; one per processor without this option")
         ->type_name("N")
-        ->check(CLI::Range(1, kMostThreads));
+        ->check(CLI::Range(1, kMostThreads).description(""));
     app.add_flag("--timing", line.timing,
                  "Store the render time and the rays per second, which are 0 otherwise");
     app.add_flag("--quiet", line.quiet, "Print nothing but errors");
-    app.set_version_flag("--version", std::string("tavrin-sample ") + TAVRIN_VERSION);
+    app.set_version_flag("--version", std::string("tavrin-sample ") + TAVRIN_VERSION,
+                         "Print the version");
     app.set_help_flag("-h,--help", "Print this text");
 }
 
@@ -136,13 +142,8 @@ Optional<CommandLine> parseCommandLine(int argumentCount, const char* const* arg
     RawArguments raw;
     CommandLine line;
     addOptions(app, raw, line);
-    try {
-        app.parse(argumentCount, arguments);
-    } catch (const CLI::Success& request) {
-        app.exit(request, std::cout, std::cerr);
+    if (!parseArguments(app, argumentCount, arguments)) {
         return {};
-    } catch (const CLI::ParseError& error) {
-        throw UsageError(String::fromUtf8(error.what()));
     }
     line.output = toPath(raw.output);
     line.seed = static_cast<std::uint64_t>(raw.seed);

@@ -2,6 +2,7 @@
 
 #include "foundation/Json.h"
 #include "foundation/Result.h"
+#include "foundation/Text.h"
 #include "services/colorkit/ColorMappingOperatorFactory.h"
 #include "services/colorkit/ParameterJson.h"
 #include "services/colorkit/Pipeline.h"
@@ -19,13 +20,6 @@ constexpr const char* kVersionKey = "version";
 constexpr const char* kOperatorsKey = "operators";
 constexpr const char* kTypeKey = "type";
 constexpr const char* kEnabledKey = "enabled";
-
-/// A name from a text in quotes, short enough for a message.
-String quoted(const String& name) {
-    constexpr std::size_t kMaximumShown = 40;
-    const bool isLong = name.size() > kMaximumShown;
-    return "\"" + name.substring(0, kMaximumShown) + (isLong ? u"\u2026\"" : u"\"");
-}
 
 String toText(std::size_t number) {
     return String::fromUtf8(std::to_string(number));
@@ -53,11 +47,11 @@ Result<OperatorValues> parseOperator(const Json& json) {
     const String type = toString(json[kTypeKey]);
     const auto* descriptor = ColorMappingOperatorFactory::getInstance().findDescriptor(type);
     if (descriptor == nullptr) {
-        return Failure("The tone mapping has the unknown operator " + quoted(type) + ".");
+        return Failure("The tone mapping has the unknown operator " + Str::quote(type) + ".");
     }
-    const String ofOperator = " of the tone mapping's operator " + quoted(type);
+    const String ofOperator = " of the tone mapping's operator " + Str::quote(type);
     if (const Optional<String> unknown = findUnknownMember(json, *descriptor)) {
-        return Failure("The value " + quoted(*unknown) + ofOperator + " is unknown.");
+        return Failure("The value " + Str::quote(*unknown) + ofOperator + " is unknown.");
     }
 
     OperatorValues values(*descriptor);
@@ -74,7 +68,7 @@ Result<OperatorValues> parseOperator(const Json& json) {
         }
         const Optional<ParameterValue> value = parseValue(parameter, *member);
         if (!value) {
-            return Failure("The value " + quoted(parameter.name) + ofOperator + " must be " +
+            return Failure("The value " + Str::quote(parameter.name) + ofOperator + " must be " +
                            describeRequirement(parameter) + ".");
         }
         values.setAt(i, *value);

@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <charconv>
+#include <iterator>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace tavrin::imageio {
@@ -59,18 +61,10 @@ Optional<int> parseInteger(const String& text) {
     return value;
 }
 
-/// The keys of the things that there is a choice about.
 std::vector<String> getKeys(const ImageFormatInfo& info) {
     std::vector<String> keys;
-    if (info.bitDepths.size() > 1) {
-        keys.push_back("bitdepth");
-    }
-    if (info.quality) {
-        keys.push_back("quality");
-    }
-    if (!info.compressions.empty()) {
-        keys.push_back("compression");
-    }
+    std::ranges::transform(getImageSaveChoices(info), std::back_inserter(keys),
+                           &ImageSaveChoice::key);
     return keys;
 }
 
@@ -81,6 +75,22 @@ Failure unknownKey(const ImageFormatInfo& info, const String& key) {
 }
 
 }  // namespace
+
+std::vector<ImageSaveChoice> getImageSaveChoices(const ImageFormatInfo& format) {
+    std::vector<ImageSaveChoice> choices;
+    if (format.bitDepths.size() > 1) {
+        std::vector<String> words;
+        std::ranges::transform(format.bitDepths, std::back_inserter(words), toString);
+        choices.push_back({"bitdepth", std::move(words)});
+    }
+    if (format.quality) {
+        choices.push_back({"quality", {}});
+    }
+    if (!format.compressions.empty()) {
+        choices.push_back({"compression", format.compressions});
+    }
+    return choices;
+}
 
 Result<void> checkImageSaveSettings(const ImageSaveSettings& settings, ImageFormat format) {
     const ImageFormatInfo& info = getImageFormatInfo(format);

@@ -22,6 +22,14 @@ struct ImageSaveSettings {
     friend bool operator==(const ImageSaveSettings&, const ImageSaveSettings&) = default;
 };
 
+/// Something that a format gives a choice about, as setImageSaveOption takes it.
+struct ImageSaveChoice {
+    String key;                 ///< such as "bitdepth"
+    std::vector<String> words;  ///< that it takes, the default first; none of a number
+};
+
+std::vector<ImageSaveChoice> getImageSaveChoices(const ImageFormatInfo& format);
+
 /// Success when the format has everything that is set, or a sentence about the first thing that it
 /// does not have.
 Result<void> checkImageSaveSettings(const ImageSaveSettings& settings, ImageFormat format);

@@ -1,6 +1,7 @@
 #include "services/postcore/SettingsText.h"
 
 #include "foundation/NumberText.h"
+#include "foundation/Text.h"
 #include "services/postcore/PropertyDescriptor.h"
 #include "services/postcore/PropertyText.h"
 
@@ -12,13 +13,6 @@ namespace {
 
 const String kFormat = "Tavrin settings ";
 constexpr int kVersion = 1;
-
-/// A name from a text in quotes, short enough for a message.
-String quoted(const String& name) {
-    constexpr std::size_t kMostShown = 40;
-    const bool isLong = name.size() > kMostShown;
-    return "\"" + name.substring(0, kMostShown) + (isLong ? u"\u2026\"" : u"\"");
-}
 
 Result<void> checkFormat(const String& firstLine) {
     const auto version = firstLine.startsWith(kFormat)
@@ -46,11 +40,11 @@ public:
         const std::size_t equals = line.find("=");
         const String name = line.substring(0, std::min(equals, line.size())).trimmed();
         if (equals == String::kNotFound || name.isEmpty()) {
-            return Failure("The text " + quoted(line) + " is not of the form NAME = VALUE.");
+            return Failure("The text " + Str::quote(line) + " is not of the form NAME = VALUE.");
         }
         const String value = line.substring(equals + 1).trimmed();
         if (!taken_.insert(name).second) {
-            return Failure(quoted(name) + " stands here again; its first value counts.");
+            return Failure(Str::quote(name) + " stands here again; its first value counts.");
         }
         const PropertyDescriptor* descriptor = PropertyDescriptor::find(name);
         return descriptor != nullptr ? takeProperty(*descriptor, value) : takeOther(name, value);
@@ -71,7 +65,7 @@ private:
 
     Result<void> takeOther(const String& name, const String& value) {
         const auto answer = reader_.takeOther(name, value);
-        return answer ? *answer : Failure("There is no property " + quoted(name) + ".");
+        return answer ? *answer : Failure("There is no property " + Str::quote(name) + ".");
     }
 
     const SettingsReader& reader_;

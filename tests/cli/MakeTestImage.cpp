@@ -3,8 +3,10 @@
 //     make-test-image KIND FILE
 
 #include <ImfChannelList.h>
+#include <ImfFloatAttribute.h>
 #include <ImfFrameBuffer.h>
 #include <ImfHeader.h>
+#include <ImfIntAttribute.h>
 #include <ImfMultiPartOutputFile.h>
 #include <ImfOutputFile.h>
 #include <ImfOutputPart.h>
@@ -169,6 +171,21 @@ void writeBrokenMetadata(const std::string& file) {
     write(header, channels, file);
 }
 
+/// A fresh render whose settings cannot be read: a list and the tone mapping.
+void writeBrokenSettings(const std::string& file) {
+    const std::vector<std::string> channels = {"B", "G", "R"};
+    Imf::Header header = makeHeader(channels);
+    header.insert("tavrin.post.lightMixIntensity", Imf::StringAttribute("1,much"));
+    header.insert("tavrin.cm.pipeline",
+                  Imf::StringAttribute(R"({"version":1,"operators":[],"operators":[]})"));
+    for (const char* name : {"tavrin.istavrinexr", "tavrin.stats.passes", "tavrin.stats.time",
+                             "tavrin.stats.rayspersecond"}) {
+        header.insert(name, Imf::IntAttribute(1));
+    }
+    header.insert("tavrin.stats.rayspersample", Imf::FloatAttribute(1.0f));
+    write(header, channels, file);
+}
+
 void writeParts(const std::string& file) {
     const std::vector<std::string> channels = {"B", "G", "R"};
     const Planes planes(channels);
@@ -190,10 +207,15 @@ void writeParts(const std::string& file) {
 
 int main(int argumentCount, char** arguments) {
     static const std::map<std::string, void (*)(const std::string&)> kKinds = {
-        {"render", writeRender}, {"layers", writeLayers},
-        {"clash", writeClash},   {"metadata", writeBrokenMetadata},
-        {"noisy", writeNoisy},   {"parts", writeParts},
-        {"names", writeNames},   {"large", writeLarge},
+        {"render", writeRender},
+        {"layers", writeLayers},
+        {"clash", writeClash},
+        {"metadata", writeBrokenMetadata},
+        {"noisy", writeNoisy},
+        {"parts", writeParts},
+        {"names", writeNames},
+        {"large", writeLarge},
+        {"settings", writeBrokenSettings},
     };
     if (argumentCount != 3 || !kKinds.contains(arguments[1])) {
         std::cerr << "A kind of image and a file are expected.\n";

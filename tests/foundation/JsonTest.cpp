@@ -23,7 +23,7 @@ TEST(Json, KeepsTheOrderOfMembers) {
 }
 
 TEST(Json, NestingIsLimited) {
-    for (const auto& [levels, innermost] : {std::pair{64u, ""}, {64u, "1"}, {63u, "{}"}}) {
+    for (const auto& [levels, innermost] : {std::pair{64u, ""}, {64u, "1"}, {63u, "{\"a\": 1}"}}) {
         EXPECT_TRUE(parseJson(nested(levels, innermost)).has_value());
         const auto tooDeep = parseJson(nested(levels + 1, innermost));
         ASSERT_FALSE(tooDeep.has_value()) << innermost;
@@ -38,10 +38,18 @@ TEST(Json, BadTextIsAFailureThatSaysWhere) {
         String text;
         const char* reason;
     } cases[] = {
-        {"", "at byte 1"},         {"[1, 2", "at byte 6"},      {"{\"a\" 1}", "at byte 6"},
-        {"[1] 2", "at byte 5"},    {"[NaN]", "at byte 2"},      {"'a'", "at byte 1"},
-        {"[01]", "at byte 3"},     {"\"\\uD800\"", "at byte"},  {"[1e999]", "out of range"},
-        {"\"line\nend\"", "byte"}, {"// note\n1", "at byte 1"},
+        {"", "at byte 1"},
+        {"[1, 2", "at byte 6"},
+        {"{\"a\" 1}", "at byte 6"},
+        {"[1] 2", "at byte 5"},
+        {"[NaN]", "at byte 2"},
+        {"'a'", "at byte 1"},
+        {"[01]", "at byte 3"},
+        {"\"\\uD800\"", "at byte"},
+        {"[1e999]", "out of range"},
+        {"\"line\nend\"", "byte"},
+        {"// note\n1", "at byte 1"},
+        {R"([{"a": 1}, {"b": {"a": 2, "\u0061": 3}, "a": 4}])", "two members \"a\"."},
     };
     for (const auto& [text, reason] : cases) {
         const auto json = parseJson(text);

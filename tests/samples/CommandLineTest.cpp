@@ -1,11 +1,15 @@
 #include "samples/CommandLine.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <vector>
 
 namespace tavrin::samples {
 namespace {
+
+using testing::HasSubstr;
+using testing::Not;
 
 Optional<CommandLine> parse(std::vector<const char*> arguments) {
     arguments.insert(arguments.begin(), "tavrin-sample");
@@ -71,7 +75,25 @@ TEST(CommandLine, RefusesWhatCannotBeDone) {
         for (const char* argument : arguments) {
             text += std::string(" ") + argument;
         }
-        EXPECT_THROW(parse(arguments), UsageError) << text;
+        try {
+            parse(arguments);
+            ADD_FAILURE() << text;
+        } catch (const UsageError& error) {
+            EXPECT_TRUE(error.message().endsWith(".")) << text << ": " << error.what();
+        }
+    }
+}
+
+TEST(CommandLine, HelpIsOurs) {
+    testing::internal::CaptureStdout();
+    EXPECT_FALSE(parse({"--help"}));
+    const std::string help = testing::internal::GetCapturedStdout();
+    for (const char* own :
+         {"\n  --samples N  ", "  Print the version\n", "\n  2  the command line"}) {
+        EXPECT_THAT(help, HasSubstr(own));
+    }
+    for (const char* parsers : {":INT", "in [", "Display program", "[24]"}) {
+        EXPECT_THAT(help, Not(HasSubstr(parsers)));
     }
 }
 

@@ -57,7 +57,7 @@ jobs '{"jobs": [1, {"colour": 1}, {"threads": 2}, {"help": true}, {"output": 5},
     {}, {"element": "Key"}, {"inputs": "in.exr", "output": "x.png", "denoise": "very"},
     {"inputs": "in.exr", "output": "y.png", "set": "bloomIntensity"},
     {"inputs": "-x.exr", "output": "z.png"}, {"name": "good", "inputs": "in.exr", "output": "-x.png"}]}'
-for file in '' '[]' '{}' '{"jobs": []}' '{"jobs": {}}' '{"jobs": [{}], "job": 1}' '{"jobs": [{}], "defaults": 1}'; do
+for file in '' '[]' '{}' '{"jobs": [{"output": "a.png", "output": "b.png"}]}' '{"jobs": []}' '{"jobs": {}}' '{"jobs": [{}], "job": 1}' '{"jobs": [{}], "defaults": 1}'; do
     jobs "$file"
 done
 try batch none.json

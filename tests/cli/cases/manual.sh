@@ -8,7 +8,8 @@ for command in '' batch; do
         grep -qF -- "\\fB${option//-/\\-}\\fR" "$page" || echo "$option is missing"
     done <options
 done
-grep "^[.']" "$page" | grep -vE '^\.(TH|SH|TP|PP|nf|fi|br)( |$)' || echo "no text is taken for a command"
+grep '^\.S[HS]' "$page"
+grep "^[.']" "$page" | grep -vE '^\.(TH|SH|SS|TP|nf|fi|br)( |$)' || echo "no text is taken for a command"
 
 image clash 'two words.exr'
 ln -s "$cli" tavrin-cli
@@ -39,6 +40,13 @@ complete_words --preset A
 complete_words --preset 'Black\ a'
 complete_words --preset '"Black a'
 complete_words --set bloomI
+complete_words --set bloomGlareEnabled =
+complete_words --set = denoiseMode = N
+complete_words --set bloomIntensity = 1
+complete_words --format-option ''
+complete_words --format-option bitdepth = 1
+complete_words --format-option = compression = z
+complete_words --output = a = b
 complete_words -o 'two\ words.exr' --element ''
 complete_words 'two\ words.exr' --element ''
 complete_words "~/'two words.exr'" --element '"a/'

@@ -58,6 +58,11 @@ try --save-settings d.tvpost --settings partly.tvpost
 grep glareIntensity d.tvpost
 try --save-settings d.tvpost --settings partly.tvpost --quiet
 
+# In an image too; when several are merged, the first one counts.
+image settings broken.exr
+try broken.exr -o e.png
+try broken.exr in.exr -o f.png --weights 1
+
 # Wrong ones: one sentence, and nothing is saved.
 rm d.tvpost
 for file in dark.ttm in.exr missing.tvpost .; do

@@ -64,8 +64,8 @@ TEST(Editors, ColoursComeFromThePopupAndTheImage) {
     popup->close();
     shown.click(shown.find<QToolButton>(0, "Pick the colour from the image"));
     ASSERT_TRUE(waitFor([&] { return static_cast<bool>(shown.host->onPicked); }));
-    shown.host->onPicked(CompressedRgb{0.25f, 7.0f, -1.0f});
-    EXPECT_EQ(color(), (CompressedRgb{0.25f, 1.0f, 0.0f}));
+    shown.host->onPicked(CompressedRgb{0.25f, 8.0f, -1.0f});
+    EXPECT_EQ(color(), (CompressedRgb{0.03125f, 1.0f, 0.0f}));
 }
 
 TEST(Editors, CurvesAreShapedByMouseAndNumbers) {
