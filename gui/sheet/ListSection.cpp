@@ -10,8 +10,8 @@
 #include "gui/sheet/UndoBar.h"
 
 #include <QAbstractButton>
-#include <QHBoxLayout>
 #include <QEvent>
+#include <QHBoxLayout>
 #include <QLabel>
 #include <QPointer>
 #include <algorithm>

@@ -15,7 +15,7 @@ namespace tavrin::tests {
 namespace {
 
 constexpr long kPatience = 20000;  // milliseconds; a machine may be busy
-constexpr int kStep = 5;          // milliseconds
+constexpr int kStep = 5;           // milliseconds
 // The display tells of the mouse and of keys through another process.
 constexpr int kEcho = 30;  // milliseconds
 constexpr int kDragSteps = 8;
