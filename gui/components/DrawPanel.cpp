@@ -18,6 +18,8 @@ namespace tavrin::components {
 namespace {
 
 constexpr int kFullRefreshDelay = 50;  // milliseconds
+// So many pixels stay in the cache on their way from the provider to the display.
+constexpr int kPixelsPerBand = 1 << 18;
 constexpr long kCanvasStyle = wxTAB_TRAVERSAL | wxBORDER_NONE;
 
 const char* const kNanMessage =
@@ -238,10 +240,17 @@ void DrawPanel::onCanvasPaint() {
     // What the buffer has of the view stays, so that scrolling asks for the strip that appears.
     buffer_.setView(getView(), static_cast<int>(canvas_->GetContentScaleFactor()));
     for (const wxRect& part : buffer_.getStale()) {
-        drawPart(part);
+        drawInBands(part);
     }
     buffer_.setDrawn();
     buffer_.paint(dc);
+}
+
+void DrawPanel::drawInBands(const wxRect& part) {
+    const int rows = std::max(kPixelsPerBand / part.width, 1);
+    for (int y = part.y; y <= part.GetBottom(); y += rows) {
+        drawPart({part.x, y, part.width, std::min(rows, part.GetBottom() + 1 - y)});
+    }
 }
 
 void DrawPanel::drawPart(const wxRect& part) {

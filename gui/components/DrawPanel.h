@@ -89,6 +89,7 @@ private:
     void onScrolled();
 
     void onCanvasPaint();
+    void drawInBands(const wxRect& part);
     void drawPart(const wxRect& part);
 
     MouseEvent convert(const wxMouseEvent& event) const;
