@@ -20,7 +20,7 @@ ObjectForm::ObjectForm(const GenericObject& object, const EditorContext& context
     grid->setHorizontalSpacing(6);
     grid->setVerticalSpacing(4);
     // Wide enough for nearly all names, in a sheet as narrow as a side panel.
-    grid->setColumnMinimumWidth(0, 88);
+    grid->setColumnMinimumWidth(0, 92);
     grid->setColumnStretch(0, 2);
     grid->setColumnStretch(1, 3);
     for (const PropertyDefinition& property : object_.getType().getProperties()) {

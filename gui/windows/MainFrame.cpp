@@ -48,7 +48,6 @@ MainFrame::MainFrame(wxWindow* parent, settings::Settings& settings,
     wxSize size = FromDIP(kFirstSize);
     size.DecTo(wxDisplay(this).GetClientArea().GetSize());
     SetSize(size);
-    Centre();
 }
 
 MainFrame::~MainFrame() {

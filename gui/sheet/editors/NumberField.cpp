@@ -49,7 +49,7 @@ QSize NumberField::sizeHint() const {
 }
 
 QSize NumberField::minimumSizeHint() const {
-    return {32, sizeHint().height()};
+    return {30, sizeHint().height()};
 }
 
 void NumberField::keyPressEvent(QKeyEvent* event) {

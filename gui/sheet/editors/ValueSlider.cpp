@@ -46,7 +46,7 @@ QSize ValueSlider::sizeHint() const {
 }
 
 QSize ValueSlider::minimumSizeHint() const {
-    return {40, sizeHint().height()};
+    return {34, sizeHint().height()};
 }
 
 void ValueSlider::paintEvent(QPaintEvent*) {
