@@ -134,9 +134,6 @@ bool QtHost::Embedding::eventFilter(QObject* object, QEvent* event) {
         case QEvent::LayoutRequest:
             relayoutLater();
             return false;
-        case QEvent::Resize:
-            scrollToFocusLater();
-            return false;
         case QEvent::KeyPress:
         case QEvent::Wheel: {
             // Whatever comes here, no child wanted; now it is up to the content itself.
@@ -186,32 +183,11 @@ void QtHost::Embedding::relayout() {
     isRelayoutPending_ = false;
     host_.InvalidateBestSize();
     relayoutParents(host_);
-    scrollToFocusLater();
-}
-
-void QtHost::Embedding::scrollToFocusLater() {
-    if (isScrollPending_) {
-        host_.CallAfter([host = &host_] {
-            if (host->embedding_) {
-                host->embedding_->scrollToFocus(QApplication::focusWidget());
-                host->embedding_->isScrollPending_ = host->embedding_->isRelayoutPending_;
-            }
-        });
-    }
 }
 
 void QtHost::Embedding::onFocusChanged(QWidget* focus) {
     if (focus == nullptr || !content_ || !content_->isAncestorOf(focus) ||
         QApplication::mouseButtons() != Qt::NoButton) {
-        return;
-    }
-    // What has just come has its place only after the next layout.
-    isScrollPending_ = isRelayoutPending_;
-    scrollToFocus(focus);
-}
-
-void QtHost::Embedding::scrollToFocus(QWidget* focus) {
-    if (focus == nullptr || !content_ || !content_->isAncestorOf(focus)) {
         return;
     }
     const QPoint corner = focus->mapTo(content_, QPoint(0, 0));

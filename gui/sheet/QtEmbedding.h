@@ -40,8 +40,6 @@ private:
     void relayoutLater();
     void relayout();
     void onFocusChanged(QWidget* focus);
-    void scrollToFocusLater();
-    void scrollToFocus(QWidget* focus);
 
     int Enter(wxDialog* dialog) override;
     void Exit(wxDialog* dialog) override;
@@ -53,8 +51,7 @@ private:
     GdkEvent* lastKey_ = nullptr;  ///< for keys that the content does not want
     int modalDialogs_ = 0;
     bool isRelayoutPending_ = false;
-    bool isScrollPending_ = false;  ///< to what has the keyboard, when it has its place
-    QPoint turned_;                 ///< of the wheel, since the last whole unit
+    QPoint turned_;  ///< of the wheel, since the last whole unit
 };
 
 }  // namespace tavrin::sheet
