@@ -6,8 +6,6 @@
 #include "gui/widgets/ScopedWindowFreezer.h"
 
 #include <wx/dcclient.h>
-#include <wx/gdicmn.h>
-#include <wx/region.h>
 
 #include <algorithm>
 #include <cmath>

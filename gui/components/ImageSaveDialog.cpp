@@ -65,10 +65,6 @@ bool isChoice(const std::vector<T>& values) {
     return values.size() > 1;
 }
 
-bool hasChoices(const ImageFormatInfo& info) {
-    return isChoice(info.bitDepths) || info.quality || isChoice(info.compressions);
-}
-
 bool isReturn(const wxKeyEvent& event) {
     return event.GetKeyCode() == WXK_RETURN || event.GetKeyCode() == WXK_NUMPAD_ENTER;
 }
@@ -208,7 +204,7 @@ ImageSaveSettings ImageSaveDialog::getSettings() const {
 Optional<ImageSaveSettings> askForImageSaveSettings(wxWindow* parent, ImageFormat format,
                                                     IDefaultsProvider& defaults) {
     const ImageFormatInfo& info = imageio::getImageFormatInfo(format);
-    if (!hasChoices(info)) {
+    if (imageio::getImageSaveChoices(info).empty()) {
         return ImageSaveSettings();
     }
     ImageSaveDialog dialog(parent, info,

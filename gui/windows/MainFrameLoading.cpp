@@ -10,13 +10,11 @@ using widgets::MessageIcon;
 
 void MainFrame::bindLoadOperator() {
     pipeline::LoadOperator& load = performer_.load;
-    const auto bind = [this](const Function<void(const String&)>& handler) {
-        return doPassToMainThread(handler);
-    };
-    load.onStart = bind([this](const String&) { onLoadStarted(); });
-    load.onFinish = bind([this](const String&) { onLoadFinished(); });
-    load.onError = bind([this](const String& text) { onLoadFailed(text); });
-    load.onWarning = bind([this](const String& text) { addWarning(text); });
+    using Handler = Function<void(const String&)>;
+    load.onStart = doPassToMainThread(Handler([this](const String&) { onLoadStarted(); }));
+    load.onFinish = doPassToMainThread(Handler([this](const String&) { onLoadFinished(); }));
+    load.onError = doPassToMainThread(Handler([this](const String& text) { onLoadFailed(text); }));
+    load.onWarning = doPassToMainThread(Handler([this](const String& text) { addWarning(text); }));
 }
 
 void MainFrame::onLoadStarted() {
