@@ -31,6 +31,9 @@ using pipeline::Performer;
 
 // Caches are full and pools have their threads after so many cycles.
 constexpr int kWarmUp = 16;
+// Performers that live for one cycle each. Pools start their threads late and the system lists a
+// joined thread a moment longer, so one thread more says nothing; one for each of these does.
+constexpr int kShortLives = 16;
 constexpr std::size_t kMegabyte = 1'000'000;
 
 /// A render with lights, a variance and features, of random colours.
@@ -218,11 +221,13 @@ void run(int cycles, std::vector<Path> good) {
     const ProcessState before = soak(kWarmUp);
     const std::size_t threads = getProcessState().threads;
     const ProcessState after = soak(cycles);
+    for (int life = 0; life < kShortLives; ++life) {
+        Soak(good, broken, own).runCycle();
+    }
     check(after.residentBytes < before.residentBytes * 5 / 4 + 32 * kMegabyte,
           "Memory grows from cycle to cycle.");
     check(after.openFiles <= before.openFiles, "Files are left open.");
-    // What is left are the threads of the pools.
-    check(getProcessState().threads <= threads, "Threads are left behind.");
+    check(getProcessState().threads < threads + kShortLives, "Threads are left behind.");
 }
 
 }  // namespace
