@@ -79,6 +79,8 @@ void TestFrame::show() {
     EXPECT_TRUE(waitFor([this] { return frame_->IsShownOnScreen() && frame_->IsActive(); }));
     // The window manager may still move it.
     act([](wxUIActionSimulator&) {});
+    // GTK forgets to lay out the first window of a program once it has its decorations.
+    frame_->SetMinSize({1, 1});
 }
 
 void moveMouse(const wxWindow& window, wxPoint position) {
