@@ -236,7 +236,7 @@ void DrawPanel::refreshFullLater() {
 void DrawPanel::onCanvasPaint() {
     wxPaintDC dc(canvas_);
     // What the buffer has of the view stays, so that scrolling asks for the strip that appears.
-    buffer_.setView(getView(), static_cast<int>(canvas_->GetContentScaleFactor()));
+    buffer_.setView(getView(), static_cast<int>(canvas_->GetContentScaleFactor()), dc);
     for (const wxRect& part : buffer_.getStale()) {
         drawInBands(part);
     }

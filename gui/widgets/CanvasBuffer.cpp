@@ -29,15 +29,21 @@ void repeatPixels(std::uint32_t* line, std::size_t count, int scale) {
     }
 }
 
+cairo_t* getContext(const wxDC& dc) {
+    return static_cast<cairo_t*>(dc.GetGraphicsContext()->GetNativeContext());
+}
+
 }  // namespace
 
 void CanvasBuffer::Destroy::operator()(_cairo_surface* surface) const {
     cairo_surface_destroy(surface);
 }
 
-CanvasBuffer::Surface CanvasBuffer::makeSurface(const Bucket& view) const {
-    Surface surface(cairo_image_surface_create(CAIRO_FORMAT_RGB24, view.width() * scale_,
-                                               view.height() * scale_));
+CanvasBuffer::Surface CanvasBuffer::makeSurface(const Bucket& view, const wxDC& dc) const {
+    // In memory that is shared with the display server, where there is such.
+    Surface surface(cairo_surface_create_similar_image(cairo_get_target(getContext(dc)),
+                                                       CAIRO_FORMAT_RGB24, view.width() * scale_,
+                                                       view.height() * scale_));
     if (cairo_surface_status(surface.get()) != CAIRO_STATUS_SUCCESS) {
         throw std::bad_alloc();
     }
@@ -45,7 +51,7 @@ CanvasBuffer::Surface CanvasBuffer::makeSurface(const Bucket& view) const {
     return surface;
 }
 
-void CanvasBuffer::setView(const Bucket& view, int scaleFactor) {
+void CanvasBuffer::setView(const Bucket& view, int scaleFactor, const wxDC& dc) {
     const bool isSameScale = scale_ == scaleFactor && surface_ != nullptr;
     if (isSameScale && view == view_) {
         return;
@@ -54,7 +60,7 @@ void CanvasBuffer::setView(const Bucket& view, int scaleFactor) {
                          std::min(view.x1, view_.x1), std::min(view.y1, view_.y1)};
     const bool isSomethingKept = isSameScale && !kept.isEmpty();
     scale_ = scaleFactor;
-    Surface moved = makeSurface(view);
+    Surface moved = makeSurface(view, dc);
     wxRegion stale(toWxRect(view, {view.x0, view.y0}));
     if (isSomethingKept) {
         cairo_t* const context = cairo_create(moved.get());
@@ -135,11 +141,11 @@ void CanvasBuffer::drawMissing(const wxRect& part) {
     cairo_destroy(context);
 }
 
-void CanvasBuffer::paint(wxDC& dc) const {
+void CanvasBuffer::paint(const wxDC& dc) const {
     if (surface_ == nullptr) {
         return;
     }
-    auto* const context = static_cast<cairo_t*>(dc.GetGraphicsContext()->GetNativeContext());
+    cairo_t* const context = getContext(dc);
     cairo_save(context);
     cairo_set_source_surface(context, surface_.get(), 0.0, 0.0);
     cairo_pattern_set_filter(cairo_get_source(context), CAIRO_FILTER_NEAREST);

@@ -20,9 +20,10 @@ namespace tavrin::widgets {
 /// something larger that is scrolled in. Parts of it are stale until they are drawn. Main thread.
 class CanvasBuffer {
 public:
-    /// Moves to a view, keeps what it has of it, and takes the rest as stale. `scaleFactor` is the
+    /// Moves to a view, keeps what it has of it, and takes the rest as stale. `dc` is one that it
+    /// will be painted on: pixels lie where its display takes them from. `scaleFactor` is the
     /// number of pixels of the display for one of the view; another one makes everything stale.
-    void setView(const Bucket& view, int scaleFactor);
+    void setView(const Bucket& view, int scaleFactor, const wxDC& dc);
     const Bucket& getView() const { return view_; }
 
     /// Everything is stale from now on.
@@ -40,7 +41,7 @@ public:
     void setDrawn() { stale_.Clear(); }
 
     /// Paints everything with the corner of the view at the origin.
-    void paint(wxDC& dc) const;
+    void paint(const wxDC& dc) const;
 
 private:
     struct Destroy {
@@ -48,7 +49,7 @@ private:
     };
     using Surface = std::unique_ptr<_cairo_surface, Destroy>;
 
-    Surface makeSurface(const Bucket& view) const;
+    Surface makeSurface(const Bucket& view, const wxDC& dc) const;
 
     Bucket view_{0, 0, 0, 0};
     int scale_ = 1;
