@@ -1,14 +1,12 @@
 #include "gui/components/Histogram.h"
 
-#include <cmath>
+#include "gui/components/HistogramBins.h"
+
+#include <algorithm>
+#include <array>
 #include <cstddef>
 
 namespace tavrin::components {
-namespace {
-
-constexpr float kMiddleGrey = 0.18f;
-
-}  // namespace
 
 float getChannel(const Rgb& color, ColorCurveChannel channel) {
     switch (channel) {
@@ -32,16 +30,22 @@ std::vector<Histogram> makeEmptyHistograms(const HistogramRequest& request) {
 
 void count(const HistogramRequest& request, std::span<const Rgb> pixels,
            std::vector<Histogram>& histograms) {
-    const auto bins = static_cast<float>(request.binCount);
-    const float scale = bins / (request.range.maximum - request.range.minimum);
-    for (std::size_t i = 0; i < histograms.size(); ++i) {
-        for (const Rgb& pixel : pixels) {
-            const float channel = getChannel(pixel, request.channels[i]);
-            const float value =
-                request.scale == HistogramScale::Stops ? std::log2(channel / kMiddleGrey) : channel;
-            const float bin = (value - request.range.minimum) * scale;
-            if (bin >= 0.0f && bin < bins) {
-                ++histograms[i].counts[static_cast<std::size_t>(bin)];
+    constexpr std::size_t kRun = 1024;  // pixels
+    const HistogramBins bins = {request.range, request.binCount,
+                                request.scale == HistogramScale::Stops};
+    std::array<float, kRun> values;
+    std::array<std::int32_t, kRun> found;
+    for (std::size_t from = 0; from < pixels.size(); from += kRun) {
+        const auto run = pixels.subspan(from, std::min(kRun, pixels.size() - from));
+        for (std::size_t i = 0; i < histograms.size(); ++i) {
+            std::ranges::transform(run, values.begin(), [&](const Rgb& pixel) {
+                return getChannel(pixel, request.channels[i]);
+            });
+            bins.find({values.data(), run.size()}, found.data());
+            for (const std::int32_t bin : std::span(found).first(run.size())) {
+                if (bin >= 0) {
+                    ++histograms[i].counts[static_cast<std::size_t>(bin)];
+                }
             }
         }
     }

@@ -33,18 +33,25 @@ TEST(Histogram, CountsByChannelAndScale) {
     using Counts = std::vector<std::uint64_t>;
     const HistogramRequest linear = {
         {0.0f, 1.0f}, HistogramScale::Linear, {ColorCurveChannel::Red}, 4, {}};
-    auto counted = makeEmptyHistograms(linear);
-    count(linear, pixels, counted);
-    EXPECT_EQ(counted.at(0).counts, (Counts{0, 1, 1, 0}));
     const HistogramRequest stops = {{-2.0f, 2.0f},
                                     HistogramScale::Stops,
                                     {ColorCurveChannel::Blue, ColorCurveChannel::Green},
                                     4,
                                     {}};
-    counted = makeEmptyHistograms(stops);
-    count(stops, pixels, counted);
-    EXPECT_EQ(counted.at(0).counts, (Counts{0, 2, 1, 0}));
-    EXPECT_EQ(counted.at(1).counts, (Counts{0, 1, 0, 1}));
+    // As few as a remainder, and enough for vectors and for several runs of them.
+    for (const std::uint64_t copies : {1, 300}) {
+        std::vector<Rgb> many;
+        for (std::uint64_t i = 0; i < copies; ++i) {
+            many.insert(many.end(), pixels.begin(), pixels.end());
+        }
+        auto counted = makeEmptyHistograms(linear);
+        count(linear, many, counted);
+        EXPECT_EQ(counted.at(0).counts, (Counts{0, copies, copies, 0}));
+        counted = makeEmptyHistograms(stops);
+        count(stops, many, counted);
+        EXPECT_EQ(counted.at(0).counts, (Counts{0, 2 * copies, copies, 0}));
+        EXPECT_EQ(counted.at(1).counts, (Counts{0, copies, 0, copies}));
+    }
     EXPECT_FLOAT_EQ(getChannel({0.1f, 0.2f, 0.6f, 9.0f}, ColorCurveChannel::Average), 0.3f);
 }
 
