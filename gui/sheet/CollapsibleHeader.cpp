@@ -23,7 +23,7 @@ CollapsibleHeader::CollapsibleHeader(const QString& title, Collapsible::Level le
     const bool isSection = level == Collapsible::Level::Section;
     const widgets::GuiSkin& skin = widgets::GuiSkin::DEFAULT();
     row_->setContentsMargins(isSection ? 4 : 2, 0, 2, 0);
-    row_->setSpacing(5);
+    row_->setSpacing(4);
     row_->addWidget(chevron_);
     row_->addWidget(name_, 1);
     chevron_->setFixedWidth(kChevron);

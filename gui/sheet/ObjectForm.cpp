@@ -8,33 +8,34 @@
 #include "gui/sheet/editors/EditorFactory.h"
 
 #include <QEvent>
-#include <QGridLayout>
+#include <QHBoxLayout>
 #include <algorithm>
 
 namespace tavrin::sheet {
+namespace {
+
+// Leaves a choice its room in a sheet as narrow as a side panel, and most names theirs.
+constexpr int kNameWidth = 84;
+constexpr int kRowGap = 4;
+
+}  // namespace
 
 ObjectForm::ObjectForm(const GenericObject& object, const EditorContext& context)
     : object_(object) {
-    auto* grid = new QGridLayout(this);
-    grid->setContentsMargins(12, 2, 4, 8);
-    grid->setHorizontalSpacing(6);
-    grid->setVerticalSpacing(4);
-    // Wide enough for nearly all names, in a sheet as narrow as a side panel.
-    grid->setColumnMinimumWidth(0, 92);
-    grid->setColumnStretch(0, 2);
-    grid->setColumnStretch(1, 3);
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(12, 2, 4, 6);
+    layout->setSpacing(0);
     for (const PropertyDefinition& property : object_.getType().getProperties()) {
         if (property.getName() != ListItemData::kId &&
             property.getName() != ListItemData::kEnabled) {
-            addRow(*grid, property, context);
+            addRow(property, context);
         }
     }
-    addCurves(*grid, context);
+    addCurves(context);
     showObject(object);
 }
 
-void ObjectForm::addRow(QGridLayout& grid, const PropertyDefinition& property,
-                        const EditorContext& context) {
+void ObjectForm::addRow(const PropertyDefinition& property, const EditorContext& context) {
     std::unique_ptr<PropertyEditor> made = makeEditor(property, context);
     if (!made) {
         return;
@@ -51,21 +52,36 @@ void ObjectForm::addRow(QGridLayout& grid, const PropertyDefinition& property,
         }
     }
     editor->onEdited = [this, key = property.getName()](const Value& value) { tell(key, value); };
-    const int row = grid.rowCount();
     NameLabel* label = nullptr;
-    if (name.isEmpty()) {
-        grid.addWidget(editor, row, 0, 1, 2);
-    } else {
+    if (!name.isEmpty()) {
         label = new NameLabel(name, this);
+        label->setMinimumWidth(kNameWidth);
         label->setToolTip(help);
         label->installEventFilter(this);
-        grid.addWidget(label, row, 0);
-        grid.addWidget(editor, row, 1);
     }
+    layOut(*editor, label);
     rows_.push_back({&property, editor, label});
 }
 
-void ObjectForm::addCurves(QGridLayout& grid, const EditorContext& context) {
+void ObjectForm::layOut(PropertyEditor& editor, QWidget* label) {
+    QVBoxLayout& layout = startRow();
+    QWidget* wide = editor.getWidePart();
+    auto* line = new QHBoxLayout;
+    line->setSpacing(6);
+    layout.addLayout(line);
+    if (label != nullptr) {
+        line->addWidget(label, 2);
+    }
+    if (wide != &editor) {
+        line->addWidget(&editor, 3);
+    }
+    if (wide != nullptr) {
+        wide->setToolTip(editor.toolTip());
+        layout.addWidget(wide);
+    }
+}
+
+void ObjectForm::addCurves(const EditorContext& context) {
     std::vector<const PropertyDefinition*> properties;
     for (const PropertyDefinition& property : object_.getType().getProperties()) {
         if (object_.getValue(property.getName()).get<CurvePoints>() != nullptr) {
@@ -78,7 +94,15 @@ void ObjectForm::addCurves(QGridLayout& grid, const EditorContext& context) {
     curves_ = new CurvesEditor(properties, context);
     curves_->setParent(this);
     curves_->onEdited = [this](const String& name, const Value& value) { tell(name, value); };
-    grid.addWidget(curves_, grid.rowCount(), 0, 1, 2);
+    startRow().addWidget(curves_);
+}
+
+QVBoxLayout& ObjectForm::startRow() {
+    auto& layout = static_cast<QVBoxLayout&>(*this->layout());
+    if (layout.count() > 0) {
+        layout.addSpacing(kRowGap);
+    }
+    return layout;
 }
 
 void ObjectForm::showObject(const GenericObject& object) {

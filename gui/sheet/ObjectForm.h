@@ -7,15 +7,15 @@
 #include <QWidget>
 #include <vector>
 
-class QGridLayout;
+class QVBoxLayout;
 
 namespace tavrin::sheet {
 
 class CurvesEditor;
 class PropertyEditor;
 
-/// The properties of an object, one below the other: names at the left, editors at the right. A
-/// double click on a name brings back the default.
+/// The properties of an object, one below the other: names at the left, editors at the right, and
+/// what is wide below them. A double click on a name brings back the default.
 class ObjectForm final : public QWidget {
 public:
     /// For objects of the type of this one.
@@ -37,9 +37,10 @@ private:
         QWidget* label;
     };
 
-    void addRow(QGridLayout& grid, const PropertyDefinition& property,
-                const EditorContext& context);
-    void addCurves(QGridLayout& grid, const EditorContext& context);
+    void addRow(const PropertyDefinition& property, const EditorContext& context);
+    void layOut(PropertyEditor& editor, QWidget* label);
+    void addCurves(const EditorContext& context);
+    QVBoxLayout& startRow();
     void tell(const String& name, const Value& value);
 
     GenericObject object_;  ///< what is shown; also keeps the type

@@ -97,7 +97,8 @@ int SheetStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWid
 QSize SheetStyle::sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& size,
                                    const QWidget* widget) const {
     QSize result = QProxyStyle::sizeFromContents(type, option, size, widget);
-    if (type == CT_LineEdit || type == CT_ComboBox || type == CT_PushButton) {
+    if (type == CT_LineEdit || type == CT_ComboBox || type == CT_PushButton ||
+        type == CT_CheckBox) {
         result.setHeight(skin_.controlHeight);
     }
     return result;

@@ -8,28 +8,27 @@
 
 namespace tavrin::sheet {
 
-/// A field for a number of type T, float or int, with a slider when its range suits one.
+/// A field for a number of type T, float or int, with a slider below when its range suits one.
 template <class T>
 class NumberEditor final : public PropertyEditor {
 public:
     explicit NumberEditor(const PropertyDefinition& property)
         : scale_(makeNumberScale(property)),
-          slider_(scale_.hasSlider ? new ValueSlider(scale_, this) : nullptr),
-          field_(new NumberField(scale_, this)) {
+          field_(new NumberField(scale_, this)),
+          slider_(scale_.hasSlider ? new ValueSlider(scale_, this) : nullptr) {
         auto* layout = new QHBoxLayout(this);
         layout->setContentsMargins(0, 0, 0, 0);
-        layout->setSpacing(6);
+        layout->addWidget(field_);
         if (slider_ != nullptr) {
-            layout->addWidget(slider_, 1);
             slider_->onEdited = [this](double number) { take(number); };
-            field_->setFixedWidth(field_->sizeHint().width());
+            setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
         }
-        layout->addWidget(field_, scale_.hasSlider ? 0 : 1);
         field_->onEdited = [this](double number) { take(number); };
         setFocusProxy(field_);
     }
 
     void showValue(const Value& value) override { showNumber(*value.get<T>()); }
+    QWidget* getWidePart() override { return slider_; }
 
 private:
     void showNumber(double number) {
@@ -45,9 +44,8 @@ private:
     }
 
     NumberScale scale_;
-    // In the order of the Tab key.
-    ValueSlider* slider_;  ///< null without one
     NumberField* field_;
+    ValueSlider* slider_;  ///< null without one
 };
 
 }  // namespace tavrin::sheet

@@ -19,6 +19,11 @@ public:
     /// Does not tell `onEdited`. The value must have the property's type.
     virtual void showValue(const Value& value) = 0;
 
+    /// What needs a line of its own below the name, as wide as the form: a child, the whole editor,
+    /// or null when all of it fits beside the name. The form takes the child over; the editor may
+    /// use it as long as it lives.
+    virtual QWidget* getWidePart() { return nullptr; }
+
 protected:
     template <class T>
     void tell(T value) {

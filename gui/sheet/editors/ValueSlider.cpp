@@ -12,6 +12,7 @@ namespace {
 
 constexpr double kRadius = 5.0;  // of the handle
 constexpr double kGroove = 4.0;
+constexpr int kHeight = 14;
 
 }  // namespace
 
@@ -19,7 +20,7 @@ ValueSlider::ValueSlider(const NumberScale& scale, QWidget* parent)
     : QWidget(parent), scale_(scale) {
     setFocusPolicy(Qt::StrongFocus);
     setAttribute(Qt::WA_Hover);
-    setFixedHeight(widgets::GuiSkin::DEFAULT().controlHeight);
+    setFixedHeight(kHeight);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
 }
 
@@ -42,11 +43,11 @@ double ValueSlider::getNumber(double position) const {
 }
 
 QSize ValueSlider::sizeHint() const {
-    return {90, widgets::GuiSkin::DEFAULT().controlHeight};
+    return {90, kHeight};
 }
 
 QSize ValueSlider::minimumSizeHint() const {
-    return {34, sizeHint().height()};
+    return {34, kHeight};
 }
 
 void ValueSlider::paintEvent(QPaintEvent*) {
@@ -55,21 +56,26 @@ void ValueSlider::paintEvent(QPaintEvent*) {
     painter.setRenderHint(QPainter::Antialiasing);
     const double middle = height() / 2.0;
     const double handle = getPosition(number_);
-    // What is added to nothing, or taken from it, is filled.
-    const double origin = getPosition(std::clamp(0.0, scale_.softMinimum, scale_.softMaximum));
+    // The groove is as wide as what stands above; the handle stays within it.
+    const auto drawGroove = [&](double from, double to, const QColor& color) {
+        const auto toGroove = [&](double number) {
+            return number <= scale_.softMinimum   ? 0.0
+                   : number >= scale_.softMaximum ? width()
+                                                  : getPosition(number);
+        };
+        painter.setBrush(color);
+        painter.drawRoundedRect(QRectF(QPointF(toGroove(from), middle - kGroove / 2),
+                                       QPointF(toGroove(to), middle + kGroove / 2)),
+                                kGroove / 2, kGroove / 2);
+    };
     painter.setPen(Qt::NoPen);
-    painter.setBrush(toQt(skin.field));
-    const double left = getPosition(scale_.softMinimum) - kGroove / 2;
-    const double right = getPosition(scale_.softMaximum) + kGroove / 2;
-    painter.drawRoundedRect(QRectF(left, middle - kGroove / 2, right - left, kGroove), 2.0, 2.0);
-    painter.setBrush(toQt(isEnabled() ? skin.accent : skin.raised));
-    painter.drawRoundedRect(
-        QRectF(QPointF(std::min(origin, handle) - kGroove / 2, middle - kGroove / 2),
-               QPointF(std::max(origin, handle), middle + kGroove / 2)),
-        2.0, 2.0);
+    drawGroove(scale_.softMinimum, scale_.softMaximum, toQt(skin.field));
+    // What is added to nothing, or taken from it, is filled.
+    drawGroove(std::min(0.0, number_), std::max(0.0, number_),
+               toQt(isEnabled() ? skin.accent : skin.raised));
     painter.setBrush(toQt(skin.textDisabled));
     const double tick = getPosition(scale_.defaultValue);
-    painter.drawRect(QRectF(tick - 0.5, middle + kGroove / 2 + 1.5, 1.0, 3.0));
+    painter.drawRect(QRectF(tick - 0.5, middle + kGroove / 2 + 1.0, 1.0, 3.0));
     QColor fill = toQt(isEnabled() ? skin.text : skin.textDisabled);
     if (isEnabled() && !isHeld_ && !underMouse()) {
         fill = fill.darker(115);

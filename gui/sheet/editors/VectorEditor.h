@@ -14,6 +14,7 @@ class VectorEditor final : public PropertyEditor {
 public:
     explicit VectorEditor(const PropertyDefinition& property);
     void showValue(const Value& value) override;
+    QWidget* getWidePart() override { return this; }
 
 private:
     std::array<NumberField*, 3> fields_;

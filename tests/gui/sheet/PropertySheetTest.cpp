@@ -1,6 +1,7 @@
 #include "gui/sheet/Collapsible.h"
 #include "gui/sheet/DragHandle.h"
 #include "gui/sheet/ListItem.h"
+#include "gui/sheet/NameLabel.h"
 #include "gui/sheet/UndoBar.h"
 #include "gui/sheet/editors/NumberField.h"
 #include "gui/sheet/editors/ValueSlider.h"
@@ -25,15 +26,53 @@ using testing::ElementsAre;
 
 using Data = colorkit::ColorMappingWithObservers::Data;
 
-TEST(PropertySheet, EveryOperatorFitsIntoANarrowPanel) {
-    constexpr int kWidth = 215;
+TEST(PropertySheet, EveryOperatorFitsIntoASidePanel) {
+    constexpr int kWidth = 211;
+    constexpr int kBorders = 20;
+    constexpr int kLeastSlider = 150;
+    constexpr int kFieldFrame = 4;  // at each side of its text
     const RegisteredTypes types;
+    std::vector<std::string> names;
     for (const auto& [name, descriptor] :
          colorkit::ColorMappingOperatorFactory::getInstance().getAllDescriptors()) {
-        const std::string type = name.toUtf8();
-        const ShownSheet shown({type.c_str()});
-        EXPECT_LE(shown.getSheet().minimumSizeHint().width(), kWidth) << type;
+        names.push_back(name.toUtf8());
     }
+    std::vector<const char*> operators;
+    for (const std::string& name : names) {
+        operators.push_back(name.c_str());
+    }
+    const ShownSheet shown(operators);
+    const sheet::PropertySheet& view = shown.getSheet();
+    shown.frame->SetClientSize(kWidth + kBorders, 500);
+    ASSERT_TRUE(waitFor([&] { return view.width() == kWidth; })) << view.width();
+    shown.waitForLayout();
+    keepScreenshot(*shown.frame, "sheet-narrow");
+    const auto place = [&](const QWidget& part) {
+        return QRect(part.mapTo(&view, QPoint(0, 0)), part.size());
+    };
+    int sliders = 0;
+    for (std::size_t i = 0; i < names.size(); ++i) {
+        for (const QWidget* part : shown.getItem(i).findChildren<QWidget*>()) {
+            SCOPED_TRACE(names[i] + " " + part->accessibleName().toStdString());
+            // What pops up is another window.
+            EXPECT_TRUE(part->window() != view.window() || view.rect().contains(place(*part)));
+            if (const auto* label = dynamic_cast<const sheet::NameLabel*>(part)) {
+                EXPECT_GE(label->width(), label->sizeHint().width());
+            } else if (const auto* field = dynamic_cast<const NumberField*>(part)) {
+                EXPECT_GE(field->width() - 2 * kFieldFrame,
+                          field->fontMetrics().horizontalAdvance(field->text()));
+            } else if (dynamic_cast<const ValueSlider*>(part) != nullptr) {
+                ++sliders;
+                const QRect own = place(*part);
+                const QRect above = place(shown.find<NumberField>(i, part->accessibleName()));
+                EXPECT_GE(own.width(), kLeastSlider);
+                EXPECT_EQ(own.right(), above.right());
+                EXPECT_EQ(own.top(), above.bottom() + 1);
+                EXPECT_FALSE(part->toolTip().isEmpty());
+            }
+        }
+    }
+    EXPECT_GT(sliders, 20);
 }
 
 TEST(PropertySheet, NumbersAreTypedSteppedAndDragged) {
@@ -60,7 +99,20 @@ TEST(PropertySheet, NumbersAreTypedSteppedAndDragged) {
     pressKey(WXK_ESCAPE);
     EXPECT_EQ(field.text(), "9.70");
 
+    // The wheel is the slider's when Tab has come to it from the field.
     auto& slider = shown.find<ValueSlider>(0, "Exposure (EV)");
+    turnWheel(*shown.window, toWindow(*shown.window, slider), -2);
+    EXPECT_NEAR(stops(), 9.7f, 1e-4f);
+    pressKey(WXK_TAB);
+    ASSERT_TRUE(waitFor([&] { return slider.hasFocus(); }));
+    turnWheel(*shown.window, toWindow(*shown.window, slider), -2);
+    EXPECT_TRUE(waitFor([&] { return std::abs(stops() - 9.5f) < 1e-4f; })) << stops();
+    pressKey(WXK_RIGHT);
+    EXPECT_TRUE(waitFor([&] { return std::abs(stops() - 9.6f) < 1e-4f; })) << stops();
+    doubleClickMouse(*shown.window,
+                     toWindow(*shown.window, shown.find<sheet::NameLabel>(0, "Exposure (EV)")));
+    EXPECT_TRUE(waitFor([&] { return stops() == 0.0f; })) << stops();
+
     const int y = slider.height() / 2;
     const auto at = [&](double number) {
         return QPoint(static_cast<int>(slider.getPosition(number)), y);
@@ -68,7 +120,7 @@ TEST(PropertySheet, NumbersAreTypedSteppedAndDragged) {
     std::vector<float> seen;
     const auto observer =
         shown.model->addObserver(Data::kToneMapping, [&] { seen.push_back(stops()); });
-    dragMouse(*shown.window, slider, at(9.7), at(-5.0));
+    dragMouse(*shown.window, slider, at(0.0), at(-5.0));
     EXPECT_NEAR(stops(), -5.0f, 0.3f);
     EXPECT_GT(seen.size(), 4u);  // while it moves
     EXPECT_NEAR(field.text().toDouble(), stops(), 0.005);
