@@ -53,7 +53,11 @@ void scrollIntoView(const wxWindow& window, const wxRect& part) {
         return;
     }
     auto& scrolling = dynamic_cast<wxScrollHelper&>(*parent);
-    const wxPoint corner = parent->ScreenToClient(window.ClientToScreen(part.GetPosition()));
+    // Not by way of the screen, where windows are only moved later.
+    wxPoint corner = part.GetPosition();
+    for (const wxWindow* each = &window; each != parent; each = each->GetParent()) {
+        corner += each->GetPosition();
+    }
     const wxSize view = parent->GetClientSize();
     int unitX = 0;
     int unitY = 0;

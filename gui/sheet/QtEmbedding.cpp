@@ -1,5 +1,6 @@
 #include "gui/sheet/QtEmbedding.h"
 
+#include "gui/sheet/Collapsible.h"
 #include "gui/sheet/ParentScrolling.h"
 
 #include <QApplication>
@@ -134,6 +135,10 @@ bool QtHost::Embedding::eventFilter(QObject* object, QEvent* event) {
         case QEvent::LayoutRequest:
             relayoutLater();
             return false;
+        case QEvent::Resize:
+            // What has the keyboard may be where there was no room before; the layout comes next.
+            scrollToFollowedLater();
+            return false;
         case QEvent::KeyPress:
         case QEvent::Wheel: {
             // Whatever comes here, no child wanted; now it is up to the content itself.
@@ -159,6 +164,7 @@ bool QtHost::Embedding::forwardKey() {
 }
 
 bool QtHost::Embedding::scrollParent(const QPoint& angle) {
+    followed_ = nullptr;
     constexpr int kUnitsPerNotch = 3;
     constexpr int kAnglePerUnit = 120 / kUnitsPerNotch;
     // Fine wheels and touch pads send parts of a unit.
@@ -183,18 +189,33 @@ void QtHost::Embedding::relayout() {
     isRelayoutPending_ = false;
     host_.InvalidateBestSize();
     relayoutParents(host_);
+    scrollToFollowed();
 }
 
 void QtHost::Embedding::onFocusChanged(QWidget* focus) {
-    if (focus == nullptr || !content_ || !content_->isAncestorOf(focus) ||
-        QApplication::mouseButtons() != Qt::NoButton) {
+    const bool isOurs = focus != nullptr && content_ && content_->isAncestorOf(focus);
+    const bool isByMouse = QApplication::mouseButtons() != Qt::NoButton;
+    followed_ = isOurs && !isByMouse ? focus : nullptr;
+    scrollToFollowedLater();
+}
+
+void QtHost::Embedding::scrollToFollowedLater() {
+    QMetaObject::invokeMethod(
+        this, [this] { scrollToFollowed(); }, Qt::QueuedConnection);
+}
+
+void QtHost::Embedding::scrollToFollowed() {
+    if (!followed_ || !content_) {
         return;
     }
-    const QPoint corner = focus->mapTo(content_, QPoint(0, 0));
+    // A title is shown with what it is the title of.
+    auto* const collapsible = qobject_cast<Collapsible*>(followed_->parentWidget());
+    const QWidget& part = collapsible != nullptr ? *collapsible : *followed_;
+    const QPoint corner = part.mapTo(content_, QPoint(0, 0));
     const double ratio = getRatio();
     const auto scaled = [ratio](int length) { return static_cast<int>(length * ratio); };
-    scrollIntoView(host_, wxRect(scaled(corner.x()), scaled(corner.y()), scaled(focus->width()),
-                                 scaled(focus->height())));
+    scrollIntoView(host_, wxRect(scaled(corner.x()), scaled(corner.y()), scaled(part.width()),
+                                 scaled(part.height())));
 }
 
 int QtHost::Embedding::Enter(wxDialog*) {

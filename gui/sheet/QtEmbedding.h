@@ -40,6 +40,9 @@ private:
     void relayoutLater();
     void relayout();
     void onFocusChanged(QWidget* focus);
+    /// When Qt has laid out what has changed.
+    void scrollToFollowedLater();
+    void scrollToFollowed();
 
     int Enter(wxDialog* dialog) override;
     void Exit(wxDialog* dialog) override;
@@ -51,7 +54,8 @@ private:
     GdkEvent* lastKey_ = nullptr;  ///< for keys that the content does not want
     int modalDialogs_ = 0;
     bool isRelayoutPending_ = false;
-    QPoint turned_;  ///< of the wheel, since the last whole unit
+    QPointer<QWidget> followed_;  ///< got the keyboard by a key, and is kept in view
+    QPoint turned_;               ///< of the wheel, since the last whole unit
 };
 
 }  // namespace tavrin::sheet

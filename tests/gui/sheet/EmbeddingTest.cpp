@@ -116,6 +116,17 @@ TEST(Embedding, GrowsScrollsAndFollowsTheKeyboard) {
     fields.all[0]->setFocus();
     fields.all[1]->setFocus();
     EXPECT_TRUE(waitFor([&] { return scrolled->GetViewStart().y > 5; }));
+    // What comes into being with the keyboard is shown once there is room for it.
+    scrolled->Scroll(0, 0);
+    auto* added = new QLineEdit(&fields);
+    fields.layout()->addWidget(added);
+    added->show();
+    added->setFocus();
+    EXPECT_TRUE(waitFor([&] {
+        const int top = host->GetPosition().y + added->geometry().top();
+        return added->geometry().top() > 400 && top > 0 &&
+               top + added->height() <= scrolled->GetClientSize().y;
+    }));
 }
 
 TEST(Embedding, SurvivesDockingAndEveryOrderOfEnding) {
