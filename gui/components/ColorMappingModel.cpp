@@ -43,8 +43,15 @@ void ColorMappingModel::takeSharedSwitch() {
 
 void ColorMappingModel::storePipeline() {
     const auto& list = entity_->getData().get<GenericList>(Data::kToneMapping);
-    if (!colorkit::areOperatorsDataSame(list, convert(colorMapping_))) {
+    if (colorkit::areOperatorsDataSame(list, convert(colorMapping_))) {
+        return;
+    }
+    try {
         colorMapping_.setPipeline(colorkit::createPipeline(list));
+    } catch (...) {
+        // A list that no pipeline can be made of is not kept.
+        takeSharedPipeline();
+        throw;
     }
 }
 

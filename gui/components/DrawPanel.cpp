@@ -247,11 +247,14 @@ void DrawPanel::onCanvasPaint() {
 void DrawPanel::drawInBands(const wxRect& part) {
     const int rows = std::max(kPixelsPerBand / part.width, 1);
     for (int y = part.y; y <= part.GetBottom(); y += rows) {
-        drawPart({part.x, y, part.width, std::min(rows, part.GetBottom() + 1 - y)});
+        if (!drawPart({part.x, y, part.width, std::min(rows, part.GetBottom() + 1 - y)})) {
+            buffer_.drawMissing(part);
+            return;
+        }
     }
 }
 
-void DrawPanel::drawPart(const wxRect& part) {
+bool DrawPanel::drawPart(const wxRect& part) {
     const Bucket client = widgets::toBucket(part);
     const Pixel thumbs = {buffer_.getView().x0, buffer_.getView().y0};
     const Pixel first = toImage({thumbs.x + client.x0, thumbs.y + client.y0});
@@ -259,8 +262,7 @@ void DrawPanel::drawPart(const wxRect& part) {
     const Bucket region = {first.x, first.y, last.x + 1, last.y + 1};
     const auto bitmap = drawProvider_ ? drawProvider_(region, powerOfTwo(-level_)) : std::nullopt;
     if (!bitmap) {
-        buffer_.drawMissing(part);
-        return;
+        return false;
     }
     if (isDevelopmentEnviro()) {
         logger.debug("Repainting image", {{"from", describe({region.x0, region.y0})},
@@ -268,6 +270,7 @@ void DrawPanel::drawPart(const wxRect& part) {
     }
     const Pixel corner = scaled(first, powerOfTwo(level_));
     buffer_.draw(*bitmap, {corner.x - thumbs.x, corner.y - thumbs.y});
+    return true;
 }
 
 Pixel DrawPanel::toImage(Pixel zoomed) const {

@@ -90,7 +90,8 @@ private:
 
     void onCanvasPaint();
     void drawInBands(const wxRect& part);
-    void drawPart(const wxRect& part);
+    /// False where the provider has no pixels.
+    bool drawPart(const wxRect& part);
 
     MouseEvent convert(const wxMouseEvent& event) const;
     Pixel toImage(Pixel zoomed) const;

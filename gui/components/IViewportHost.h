@@ -5,7 +5,8 @@
 
 namespace tavrin::components {
 
-/// A tool that shows something of the displayed image or picks from it. Told on the main thread.
+/// A tool that shows something of the displayed image or picks from it. Told on the main thread; of
+/// the end of its interaction, also on the thread that removes it.
 class IViewport {
 public:
     virtual ~IViewport() = default;

@@ -206,7 +206,11 @@ void ColorPickerDialog::change(const Rgb& color, Source source) {
 }
 
 void ColorPickerDialog::show(Source source) {
-    const Rgb displayed = encodeForDisplay(multiply(color_, 1.0f / getScale(color_)));
+    // Kept while what shows a part of the brightness takes it down and up again.
+    if (source != Source::Wheel && source != Source::Bytes) {
+        scale_ = getScale(color_);
+    }
+    const Rgb displayed = encodeForDisplay(multiply(color_, 1.0f / scale_));
     if (source != Source::Wheel) {
         wheel_->setColor(toHsv(displayed));
     }
@@ -227,16 +231,19 @@ void ColorPickerDialog::show(Source source) {
 }
 
 void ColorPickerDialog::onWheel(const Hsv& color) {
-    change(multiply(decodeFromDisplay(toRgb(color)), getScale(color_)), Source::Wheel);
+    Rgb picked = multiply(decodeFromDisplay(toRgb(color)), scale_);
+    picked.a = color_.a;
+    change(picked, Source::Wheel);
 }
 
 void ColorPickerDialog::onBytes() {
     const auto get = [&](std::size_t i) { return bytes_[i]->getValue() / 255.0f; };
-    change(decodeFromDisplay({get(0), get(1), get(2), color_.a}), Source::Bytes);
+    change(multiply(decodeFromDisplay({get(0), get(1), get(2), color_.a}), scale_), Source::Bytes);
 }
 
 void ColorPickerDialog::onHex(const String& text) {
-    if (const auto color = parseHexText(text)) {
+    if (auto color = parseHexText(text)) {
+        color->a = color_.a;
         change(decodeFromDisplay(*color), Source::Program);
     } else {
         show(Source::Program);

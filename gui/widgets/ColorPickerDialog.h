@@ -15,8 +15,8 @@
 namespace tavrin::widgets {
 
 /// Asks for a colour of linear components, which may be above 1: then the wheel and the 8-bit
-/// fields show the colour with its largest component as 1, and the wheel changes it at its
-/// brightness. Main thread.
+/// fields show the colour with its largest component as 1, and change it at its brightness. Main
+/// thread.
 class ColorPickerDialog final : public wxDialog {
 public:
     ColorPickerDialog(wxWindow* parent, const String& title, const Rgb& color);
@@ -44,6 +44,7 @@ private:
 
     Rgb initial_;
     Rgb color_;
+    float scale_ = 1.0f;  ///< of the colour to the one of the wheel and of the 8-bit fields
     ColorWheel* wheel_ = nullptr;
     wxWindow* preview_ = nullptr;
     std::array<Spinner*, 3> linear_{};

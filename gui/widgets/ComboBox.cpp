@@ -119,7 +119,11 @@ void ComboBox::onPopupEnd(Optional<std::size_t> chosen) {
     });
     Refresh();
     if (chosen && chosen != selected_) {
-        CallAfter([this, index = static_cast<int>(*chosen)] { selectIndex(index, true); });
+        CallAfter([this, index = *chosen, id = items_[*chosen].id] {
+            if (index < items_.size() && items_[index].id == id) {
+                selectIndex(static_cast<int>(index), true);
+            }
+        });
     }
 }
 
@@ -155,7 +159,7 @@ bool ComboBox::wantsKey(const wxKeyEvent& event) const {
         key == WXK_UP || key == WXK_DOWN || key == WXK_NUMPAD_UP || key == WXK_NUMPAD_DOWN;
     const bool isCharacter = event.GetUnicodeKey() > 32 && event.GetUnicodeKey() != 127;
     return !event.ControlDown() &&
-           (isArrow || key == WXK_F4 || (!event.AltDown() && (isCharacter || key == WXK_SPACE)));
+           (isArrow || (!event.AltDown() && (isCharacter || key == WXK_SPACE || key == WXK_F4)));
 }
 
 bool ComboBox::handleKey(const wxKeyEvent& event) {
@@ -172,7 +176,7 @@ bool ComboBox::handleKey(const wxKeyEvent& event) {
     if (event.ControlDown()) {
         return false;
     }
-    const bool opens = key == WXK_F4 || key == WXK_SPACE || ((isUp || isDown) && event.AltDown());
+    const bool opens = event.AltDown() ? isUp || isDown : key == WXK_F4 || key == WXK_SPACE;
     if (opens || ((isUp || isDown) && !selectsClosed_)) {
         open();
         return true;

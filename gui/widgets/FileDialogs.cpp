@@ -30,7 +30,10 @@ std::vector<std::vector<String>> getExtensions(const String& filter) {
     for (const wxString& kind : patterns) {
         extensions.emplace_back();
         for (const wxString& pattern : wxSplit(kind, ';', '\0')) {
-            extensions.back().push_back(Str::toLowerCase(toString(pattern.AfterFirst('.'))));
+            // "*" has none.
+            if (const wxString extension = pattern.AfterFirst('.'); !extension.empty()) {
+                extensions.back().push_back(Str::toLowerCase(toString(extension)));
+            }
         }
     }
     return extensions;

@@ -35,8 +35,8 @@ Spinner::Spinner(wxWindow* parent, wxWindowID id, int width, float minimum, floa
         endTyping(true);
     });
     repeat_ = [this] {
-        stepBy(repeatedStep_);
         repeat_.scheduleDelayed(kRepeatTime);
+        stepBy(repeatedStep_);  // last, as what it calls may end the hold, or this object
     };
 }
 

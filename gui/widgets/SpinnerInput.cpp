@@ -70,8 +70,8 @@ void Spinner::onLeftDown(const wxMouseEvent& event) {
         endTyping(true);
         const double sign = event.GetPosition().y < GetClientSize().y / 2 ? 1.0 : -1.0;
         repeatedStep_ = sign * getFactor(event);
-        stepBy(repeatedStep_);
         repeat_.scheduleDelayed(kRepeatDelay);
+        stepBy(repeatedStep_);
     } else if (editor_.isActive()) {
         editor_.pointAt(event.GetPosition().x, event.ShiftDown());
     } else {

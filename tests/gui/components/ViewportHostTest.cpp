@@ -241,6 +241,12 @@ TEST_F(ViewportHostTest, ModelAndColorMappingFollowEachOther) {
     EXPECT_TRUE(colorkit::areOperatorsDataSame(getList(), getShared()));
     EXPECT_FALSE(test_.colorMapping.isEnabled());
     const auto pipeline = test_.colorMapping.getPipeline();
+    // More than a pipeline takes.
+    EXPECT_THROW(entity.modify<GenericList>(
+                     Data::kToneMapping,
+                     [](GenericList& list) { list.resize(65, GenericObject(list.front())); }),
+                 Exception);
+    EXPECT_TRUE(colorkit::areOperatorsDataSame(getList(), getShared()));
     runQueue();
     EXPECT_EQ(test_.colorMapping.getPipeline(), pipeline);
 

@@ -110,6 +110,11 @@ TEST_F(ColorPickerTest, TellsOfColorsWhileTheyAreTriedOut) {
         expectNear(reported_.back(), {4.0f, 6.0f, 0.0f}, 0.03f);
         // Return in the field is for the field, here it is for the dialog.
         wheel.SetFocus();
+        // Darker and as bright again.
+        for (const int key : {WXK_PAGEDOWN, WXK_PAGEDOWN, WXK_PAGEUP, WXK_PAGEUP, WXK_PAGEUP}) {
+            pressKey(key);
+        }
+        expectNear(reported_.back(), {4.0f, 6.0f, 0.0f}, 0.03f);
         keepScreenshot(dialog, "color-picker");
         pressKey(WXK_RETURN);
     });
@@ -119,7 +124,8 @@ TEST_F(ColorPickerTest, TellsOfColorsWhileTheyAreTriedOut) {
         find<Spinner>(dialog, "sRGB R").SetFocus();
         typeText("128");
         pressKey(WXK_TAB);
-        EXPECT_NEAR(button_->getColor().r, 0.2159f, 1e-4);
+        // Of the brightness that the colour has.
+        expectNear(button_->getColor(), {6.0f * 0.2159f, 6.0f, 0.0f}, 0.03f);
         int swatches = 0;
         for (wxWindow* const child : dialog.GetChildren()) {
             swatches += child->GetName() == "Swatch";
