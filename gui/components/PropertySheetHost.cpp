@@ -82,10 +82,6 @@ Optional<Path> PropertySheetHost::chooseFile(const String& title, const Path& cu
     return widgets::askForFileToOpen(window_, title, makeFilter(extension), current.parent());
 }
 
-Optional<Path> PropertySheetHost::chooseNewFile(const String& title, const String& extension) {
-    return widgets::askForFileToSave(window_, title, makeFilter(extension), {}, {});
-}
-
 Optional<sheet::StopHistogram> PropertySheetHost::getHistogram(int operatorId) {
     if (!viewportHost_ || operatorId <= 0 || viewportHost_->getImageSize() == Vec2()) {
         return std::nullopt;

@@ -23,7 +23,6 @@ public:
 
     Optional<Path> chooseFile(const String& title, const Path& current,
                               const String& extension) override;
-    Optional<Path> chooseNewFile(const String& title, const String& extension) override;
     Optional<sheet::StopHistogram> getHistogram(int operatorId) override;
     CallbackLifetime addHistogramObserver(Function<void()> observer) override;
     bool canPickColor() const override;

@@ -18,11 +18,6 @@ Collapsible::Collapsible(const QString& title, Level level, QWidget* parent)
     header_->showState(isExpanded_, false);
 }
 
-void Collapsible::setTitle(const QString& title) {
-    header_->getName().setText(title);
-    header_->setAccessibleName(title);
-}
-
 void Collapsible::setDimmed(bool isDimmed) {
     const widgets::GuiSkin& skin = widgets::GuiSkin::DEFAULT();
     header_->getName().setColor(toQt(isDimmed ? skin.textWeak : skin.text));

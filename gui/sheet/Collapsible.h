@@ -19,7 +19,6 @@ public:
 
     Collapsible(const QString& title, Level level, QWidget* parent = nullptr);
 
-    void setTitle(const QString& title);
     /// Of a part that does nothing now.
     void setDimmed(bool isDimmed);
     /// Owns it; null for a title alone. There must be none before.

@@ -41,8 +41,10 @@ void DragHandle::mouseMoveEvent(QMouseEvent* event) {
     }
 }
 
-void DragHandle::mouseReleaseEvent(QMouseEvent*) {
-    end(true);
+void DragHandle::mouseReleaseEvent(QMouseEvent* event) {
+    if (event->button() == Qt::LeftButton) {
+        end(true);
+    }
 }
 
 void DragHandle::keyPressEvent(QKeyEvent* event) {

@@ -47,10 +47,6 @@ void EntityPathModel::changeList(const UiListAction& action) {
     entity_->modify<GenericList>(listName_, action);
 }
 
-void EntityPathModel::setItemValue(std::size_t item, const String& property, const Value& value) {
-    changeList([&](GenericList& list) { list.at(item).setValue(property, value); });
-}
-
 std::vector<CallbackLifetime> EntityPathModel::addObserver(const Function<void()>& callback) {
     std::vector<CallbackLifetime> lifetimes;
     for (const PropertyDefinition& property : entity_->getData().getType().getProperties()) {

@@ -25,8 +25,6 @@ public:
     const Attributes& getListAttributes() const;
     /// However much the action does, it is one change.
     void changeList(const UiListAction& action);
-    /// Throws an Exception when the value is beyond the property's limit.
-    void setItemValue(std::size_t item, const String& property, const Value& value);
 
     /// What the entity says about whether they may be edited now.
     bool isSwitchEditable() const { return isEditable(switchName_); }

@@ -28,8 +28,6 @@ public:
     /// `extension`, without a dot, may be empty for all files. Nothing when the user gave up.
     virtual Optional<Path> chooseFile(const String& title, const Path& current,
                                       const String& extension) = 0;
-    /// The same for a file that may be new.
-    virtual Optional<Path> chooseNewFile(const String& title, const String& extension) = 0;
 
     /// Of what enters the operator with this id; nothing when there is none now.
     virtual Optional<StopHistogram> getHistogram(int operatorId) = 0;

@@ -7,6 +7,7 @@
 #include <QKeyEvent>
 #include <QWheelEvent>
 #include <QWindow>
+#include <algorithm>
 
 namespace tavrin::sheet {
 namespace {
@@ -225,7 +226,8 @@ int QtHost::Embedding::Enter(wxDialog*) {
 }
 
 void QtHost::Embedding::Exit(wxDialog*) {
-    --modalDialogs_;
+    // One made by a dialog is not blocked by it.
+    modalDialogs_ = std::max(modalDialogs_ - 1, 0);
     applyModal();
 }
 

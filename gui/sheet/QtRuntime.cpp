@@ -87,9 +87,11 @@ QtRuntime::QtRuntime() {
     QToolTip::setFont(getFont());
     installQtAccessibility();
     wxTheApp->Bind(wxEVT_IDLE, &QtRuntime::onIdle, this);
+    Register();
 }
 
 QtRuntime::~QtRuntime() {
+    Unregister();
     wxTheApp->Unbind(wxEVT_IDLE, &QtRuntime::onIdle, this);
     QtHost::releaseAll();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
@@ -98,9 +100,21 @@ QtRuntime::~QtRuntime() {
 }
 
 void QtRuntime::onIdle(wxIdleEvent& event) {
-    // Qt deletes what waits for it in event loops of its own, and there is none.
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    // Qt deletes what waits for it in event loops of its own, and there is none. What has opened a
+    // modal dialog is needed until that ends.
+    if (modalDialogs_ == 0) {
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
     event.Skip();
+}
+
+int QtRuntime::Enter(wxDialog*) {
+    ++modalDialogs_;
+    return wxID_NONE;
+}
+
+void QtRuntime::Exit(wxDialog*) {
+    --modalDialogs_;
 }
 
 }  // namespace tavrin::sheet

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <wx/modalhook.h>
+
 #include <memory>
 
 class QApplication;
@@ -10,7 +12,7 @@ namespace tavrin::sheet {
 /// Qt beside wxWidgets in one process: both are driven by the one event loop of wxWidgets. One for
 /// the whole run, made when wxWidgets has started and ended when all its windows are gone. Main
 /// thread.
-class QtRuntime {
+class QtRuntime : private wxModalDialogHook {
 public:
     /// Makes both libraries use X11 and their own dark looks. Before anything else of them runs,
     /// and while there is only one thread.
@@ -19,13 +21,16 @@ public:
     /// Takes font and scale from wxWidgets.
     QtRuntime();
     /// Takes the content from what QtHosts are left.
-    ~QtRuntime();
+    ~QtRuntime() override;
     QtRuntime(const QtRuntime&) = delete;
     QtRuntime& operator=(const QtRuntime&) = delete;
 
 private:
     void onIdle(wxIdleEvent& event);
+    int Enter(wxDialog* dialog) override;
+    void Exit(wxDialog* dialog) override;
 
+    int modalDialogs_ = 0;
     std::unique_ptr<QApplication> application_;
 };
 

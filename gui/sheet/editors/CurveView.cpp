@@ -29,9 +29,9 @@ void CurveView::showCurve(const CurvePoints& points, const QColor& color) {
     color_ = color;
     if (points != points_) {
         points_ = points;
-        if (held_ && *held_ >= points_.size()) {
-            held_.reset();
-        }
+        // It was a point of the other curve.
+        held_.reset();
+        isHeldOutside_ = false;
         hovered_.reset();
         if (selected_ && *selected_ >= points_.size()) {
             select(std::nullopt);
@@ -183,7 +183,10 @@ void CurveView::dragTo(const QPointF& position) {
     take(std::move(points));
 }
 
-void CurveView::mouseReleaseEvent(QMouseEvent*) {
+void CurveView::mouseReleaseEvent(QMouseEvent* event) {
+    if (event->button() != Qt::LeftButton) {
+        return event->ignore();
+    }
     held_.reset();
     if (isHeldOutside_) {
         isHeldOutside_ = false;
@@ -192,13 +195,29 @@ void CurveView::mouseReleaseEvent(QMouseEvent*) {
 }
 
 void CurveView::mouseDoubleClickEvent(QMouseEvent* event) {
-    if (findPoint(event->position()) || points_.size() + 3 > colorkit::kMostCurvePoints) {
+    if (event->button() == Qt::LeftButton && !findPoint(event->position())) {
+        add(fromView(event->position()));
+    }
+}
+
+void CurveView::add(CurvePoint point) {
+    const std::size_t added = points_.empty() ? 3 : 1;
+    if (points_.size() + added > colorkit::kMostCurvePoints) {
         return;
     }
     CurvePoints points = points_;
-    const std::size_t index = addPoint(points, fromView(event->position()));
-    selected_ = index;
+    selected_ = addPoint(points, point);
     take(std::move(points));
+}
+
+void CurveView::addAfterSelected() {
+    double x = 0.0;
+    if (selected_) {
+        const bool isLast = *selected_ + 1 == points_.size();
+        const double next = isLast ? getReach() : points_[*selected_ + 1].x;
+        x = (points_[*selected_].x + next) / 2.0;
+    }
+    add({static_cast<float>(x), static_cast<float>(CurveShape(points_).getHeight(x))});
 }
 
 void CurveView::leaveEvent(QEvent*) {
@@ -231,6 +250,9 @@ void CurveView::keyPressEvent(QKeyEvent* event) {
             return selectNext(points_.size() - 1);
         case Qt::Key_PageDown:
             return selectNext(1);
+        case Qt::Key_Insert:
+        case Qt::Key_Plus:
+            return addAfterSelected();
         case Qt::Key_Delete:
         case Qt::Key_Backspace:
             return removeSelected();

@@ -54,6 +54,10 @@ private:
     colorkit::CurvePoint fromView(const QPointF& position) const;
     Optional<std::size_t> findPoint(const QPointF& position) const;
     void take(CurvePoints points);
+    /// Nothing when there are as many as possible.
+    void add(colorkit::CurvePoint point);
+    /// Halfway to the next point, on the curve.
+    void addAfterSelected();
     void dragTo(const QPointF& position);
 
     void paintGrid(QPainter& painter) const;

@@ -50,8 +50,8 @@ CurvesEditor::CurvesEditor(std::vector<const PropertyDefinition*> properties,
     layout->addWidget(view_);
     layout->addWidget(makeNumbers());
     view_->setAccessibleName(tr("Curve"));
-    view_->setToolTip(
-        makeTooltip(tr("Double-click adds a point. Delete, or dragging it out, removes it.")));
+    view_->setToolTip(makeTooltip(
+        tr("Double-click or Insert adds a point. Delete, or dragging it out, removes it.")));
     view_->onEdited = [this](const CurvePoints& points) { take(points); };
     view_->onSelected = [this] { showNumbers(); };
     histogramObserver_ = context_.host.addHistogramObserver([this] { showHistogram(); });

@@ -94,6 +94,13 @@ TEST(Editors, CurvesAreShapedByMouseAndNumbers) {
     view.setFocus();
     pressKey(WXK_DELETE);
     EXPECT_TRUE(waitFor([&] { return points("red").size() == 2; }));
+    // The right end is chosen now; what comes after it is on the line.
+    pressKey(WXK_INSERT);
+    ASSERT_TRUE(waitFor([&] { return points("red").size() == 3; }));
+    EXPECT_FLOAT_EQ(points("red")[2].x, 7.0f);
+    EXPECT_NEAR(points("red")[2].y, 7.0f, 1e-4f);
+    pressKey(WXK_DELETE);
+    EXPECT_TRUE(waitFor([&] { return points("red").size() == 2; }));
     // The left end, out of the view.
     dragMouse(*shown.window, view, at(-6.0, -6.0), QPoint(40, view.height() + 60));
     EXPECT_TRUE(waitFor([&] { return points("red").size() == 1; }));

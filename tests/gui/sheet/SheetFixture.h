@@ -17,7 +17,6 @@ namespace tavrin::tests {
 class TestHost final : public sheet::IPropertySheetHost {
 public:
     Optional<Path> chooseFile(const String&, const Path&, const String&) override { return file; }
-    Optional<Path> chooseNewFile(const String&, const String&) override { return file; }
     Optional<sheet::StopHistogram> getHistogram(int operatorId) override;
     CallbackLifetime addHistogramObserver(Function<void()>) override { return {}; }
     bool canPickColor() const override { return true; }
