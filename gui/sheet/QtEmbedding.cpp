@@ -20,6 +20,37 @@ void synchronize() {
     gdk_display_sync(gdk_display_get_default());
 }
 
+/// 0 for keys with which no text is edited.
+int toQtKey(int key) {
+    switch (key) {
+        case WXK_LEFT:
+        case WXK_NUMPAD_LEFT:
+            return Qt::Key_Left;
+        case WXK_RIGHT:
+        case WXK_NUMPAD_RIGHT:
+            return Qt::Key_Right;
+        case WXK_UP:
+        case WXK_NUMPAD_UP:
+            return Qt::Key_Up;
+        case WXK_DOWN:
+        case WXK_NUMPAD_DOWN:
+            return Qt::Key_Down;
+        case WXK_HOME:
+        case WXK_NUMPAD_HOME:
+            return Qt::Key_Home;
+        case WXK_END:
+        case WXK_NUMPAD_END:
+            return Qt::Key_End;
+        case WXK_BACK:
+            return Qt::Key_Backspace;
+        case WXK_DELETE:
+        case WXK_NUMPAD_DELETE:
+            return Qt::Key_Delete;
+        default:
+            return key >= WXK_SPACE && key < WXK_DELETE ? key : 0;
+    }
+}
+
 }  // namespace
 
 QtHost::Embedding::Embedding(QtHost& host, GtkWidget* socket, std::unique_ptr<QWidget> content)
@@ -52,6 +83,23 @@ QtHost::Embedding::~Embedding() {
 
 double QtHost::Embedding::getRatio() const {
     return content_->devicePixelRatioF() / host_.GetContentScaleFactor();
+}
+
+bool QtHost::Embedding::wantsKey(const wxKeyEvent& event) const {
+    QWidget* focus = QApplication::focusWidget();
+    const int key = toQtKey(event.GetKeyCode());
+    // The windows around only want keys with Ctrl.
+    if (focus == nullptr || !content_ || !content_->isAncestorOf(focus) || key == 0 ||
+        !event.ControlDown()) {
+        return false;
+    }
+    Qt::KeyboardModifiers modifiers = Qt::ControlModifier;
+    modifiers.setFlag(Qt::ShiftModifier, event.ShiftDown());
+    modifiers.setFlag(Qt::AltModifier, event.AltDown());
+    QKeyEvent question(QEvent::ShortcutOverride, key, modifiers);
+    question.ignore();
+    QApplication::sendEvent(focus, &question);
+    return question.isAccepted();
 }
 
 void QtHost::Embedding::connectSignals() {

@@ -25,6 +25,8 @@ public:
     QWidget* getContent() const { return content_; }
     /// A size of Qt in pixels of wxWidgets.
     double getRatio() const;
+    /// Whether what has the keyboard needs the key itself, as a field in which it moves the cursor.
+    bool wantsKey(const wxKeyEvent& event) const;
 
 private:
     void connectSignals();

@@ -25,6 +25,12 @@ QtHost::QtHost(wxWindow* parent, wxWindowID id, std::unique_ptr<QWidget> content
     embedding_ = std::make_unique<Embedding>(*this, socket, std::move(content));
     SetInitialSize(GetBestSize());
     Bind(wxEVT_ERASE_BACKGROUND, [](wxEraseEvent&) {});
+    Bind(wxEVT_CHAR_HOOK, [this](wxKeyEvent& event) {
+        if (embedding_ && embedding_->wantsKey(event)) {
+            event.StopPropagation();  // the windows around do not get it first
+        }
+        event.Skip();
+    });
     getHosts().insert(this);
 }
 

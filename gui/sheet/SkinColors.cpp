@@ -23,8 +23,8 @@ QPalette makePalette(const widgets::GuiSkin& skin) {
     palette.setColor(QPalette::Highlight, toQt(skin.accent));
     palette.setColor(QPalette::HighlightedText, toQt(skin.accentText));
     palette.setColor(QPalette::Link, toQt(skin.borderFocus));
-    for (const auto role :
-         {QPalette::WindowText, QPalette::Text, QPalette::ButtonText, QPalette::HighlightedText}) {
+    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText,
+                            QPalette::PlaceholderText, QPalette::HighlightedText}) {
         palette.setColor(QPalette::Disabled, role, toQt(skin.textDisabled));
     }
     palette.setColor(QPalette::Disabled, QPalette::Highlight, toQt(skin.raised));

@@ -2,9 +2,9 @@
 
 #include "gui/sheet/SkinColors.h"
 #include "gui/sheet/editors/ColorEncoding.h"
+#include "gui/sheet/editors/TextField.h"
 
 #include <QLabel>
-#include <QLineEdit>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QScreen>
@@ -41,7 +41,7 @@ double getShare(double position, double start, double length) {
 }  // namespace
 
 ColorPopup::ColorPopup(const PropertyDefinition& property, QWidget* parent)
-    : QFrame(parent, Qt::Popup), text_(new QLineEdit(this)), numbers_(new VectorEditor(property)) {
+    : QFrame(parent, Qt::Popup), text_(new TextField(this)), numbers_(new VectorEditor(property)) {
     setAttribute(Qt::WA_DeleteOnClose);
     setFixedSize(kSize);
     auto* label = new QLabel("sRGB", this);

@@ -76,6 +76,7 @@ void CurvesEditor::makeTabs() {
         curve.button->setMinimumWidth(kLeastTabWidth);
         QPalette palette = curve.button->palette();
         palette.setColor(QPalette::ButtonText, curve.color);
+        palette.setColor(QPalette::Disabled, QPalette::ButtonText, curve.color.darker(200));
         curve.button->setPalette(palette);
         row->addWidget(curve.button, 1);
         connect(curve.button, &QToolButton::clicked, this, [this, i] { choose(i); });

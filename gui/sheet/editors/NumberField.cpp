@@ -20,7 +20,7 @@ double getFactor(Qt::KeyboardModifiers modifiers) {
 }  // namespace
 
 NumberField::NumberField(const NumberScale& scale, QWidget* parent)
-    : QLineEdit(parent), scale_(scale) {
+    : TextField(parent), scale_(scale) {
     setAlignment(Qt::AlignRight);
     setFixedHeight(widgets::GuiSkin::DEFAULT().controlHeight);
     setFocusPolicy(Qt::TabFocus);  // a press of the mouse may also begin to drag
@@ -52,6 +52,17 @@ QSize NumberField::minimumSizeHint() const {
     return {30, sizeHint().height()};
 }
 
+bool NumberField::event(QEvent* event) {
+    if (event->type() == QEvent::ShortcutOverride) {
+        const auto* press = static_cast<QKeyEvent*>(event);
+        if (press->key() == Qt::Key_Up || press->key() == Qt::Key_Down) {
+            event->accept();  // with any modifier
+            return true;
+        }
+    }
+    return TextField::event(event);
+}
+
 void NumberField::keyPressEvent(QKeyEvent* event) {
     if (event->modifiers().testFlag(Qt::AltModifier)) {
         return event->ignore();
@@ -77,7 +88,7 @@ void NumberField::keyPressEvent(QKeyEvent* event) {
     if (event->matches(QKeySequence::Undo) && !isUndoAvailable()) {
         return event->ignore();  // then it is something larger that is to be undone
     }
-    QLineEdit::keyPressEvent(event);
+    TextField::keyPressEvent(event);
 }
 
 void NumberField::wheelEvent(QWheelEvent* event) {
@@ -93,7 +104,7 @@ void NumberField::wheelEvent(QWheelEvent* event) {
 
 void NumberField::mousePressEvent(QMouseEvent* event) {
     if (hasFocus() || event->button() != Qt::LeftButton) {
-        return QLineEdit::mousePressEvent(event);
+        return TextField::mousePressEvent(event);
     }
     isHeld_ = true;
     isDragged_ = false;
@@ -103,7 +114,7 @@ void NumberField::mousePressEvent(QMouseEvent* event) {
 
 void NumberField::mouseMoveEvent(QMouseEvent* event) {
     if (!isHeld_) {
-        return QLineEdit::mouseMoveEvent(event);
+        return TextField::mouseMoveEvent(event);
     }
     const double distance = event->position().x() - heldX_;
     if (isDragged_ || std::abs(distance) >= kDragDistance) {
@@ -115,7 +126,7 @@ void NumberField::mouseMoveEvent(QMouseEvent* event) {
 
 void NumberField::mouseReleaseEvent(QMouseEvent* event) {
     if (!isHeld_) {
-        return QLineEdit::mouseReleaseEvent(event);
+        return TextField::mouseReleaseEvent(event);
     }
     isHeld_ = false;
     if (!isDragged_) {
@@ -125,7 +136,7 @@ void NumberField::mouseReleaseEvent(QMouseEvent* event) {
 }
 
 void NumberField::focusInEvent(QFocusEvent* event) {
-    QLineEdit::focusInEvent(event);
+    TextField::focusInEvent(event);
     setCursor(Qt::IBeamCursor);
     if (event->reason() != Qt::PopupFocusReason) {
         selectAll();
@@ -136,11 +147,11 @@ void NumberField::focusOutEvent(QFocusEvent* event) {
     commit();
     setCursor(Qt::SizeHorCursor);
     deselect();
-    QLineEdit::focusOutEvent(event);
+    TextField::focusOutEvent(event);
 }
 
 void NumberField::paintEvent(QPaintEvent* event) {
-    QLineEdit::paintEvent(event);
+    TextField::paintEvent(event);
     if (mark_.isValid()) {
         QPainter painter(this);
         painter.setRenderHint(QPainter::Antialiasing);

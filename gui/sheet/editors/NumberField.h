@@ -2,15 +2,14 @@
 
 #include "foundation/Function.h"
 #include "gui/sheet/editors/NumberScale.h"
-
-#include <QLineEdit>
+#include "gui/sheet/editors/TextField.h"
 
 namespace tavrin::sheet {
 
 /// A field for a number: typed, changed by the arrow keys and, when it has the keyboard, by the
 /// wheel (with Shift ten times as much, with Ctrl a tenth), or dragged sideways. Enter takes what
 /// has been typed, Escape gives it up.
-class NumberField final : public QLineEdit {
+class NumberField final : public TextField {
 public:
     explicit NumberField(const NumberScale& scale, QWidget* parent = nullptr);
 
@@ -27,6 +26,7 @@ public:
     QSize minimumSizeHint() const override;
 
 protected:
+    bool event(QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;

@@ -4,10 +4,10 @@
 #include "gui/sheet/IPropertySheetHost.h"
 #include "gui/sheet/SheetButton.h"
 #include "gui/sheet/SkinColors.h"
+#include "gui/sheet/editors/TextField.h"
 
 #include <QEvent>
 #include <QHBoxLayout>
-#include <QLineEdit>
 #include <algorithm>
 #include <filesystem>
 #include <vector>
@@ -34,7 +34,7 @@ std::vector<Path> listSiblings(const Path& path) {
 
 PathEditor::PathEditor(const EditorContext& context)
     : host_(context.host),
-      field_(new QLineEdit(this)),
+      field_(new TextField(this)),
       previous_(makeIconButton(Glyph::Previous, tr("Previous file in the folder"), this)),
       next_(makeIconButton(Glyph::Next, tr("Next file in the folder"), this)) {
     auto* layout = new QHBoxLayout(this);

@@ -1,13 +1,13 @@
 #include "gui/sheet/editors/TextEditor.h"
 
 #include "gui/sheet/SkinColors.h"
+#include "gui/sheet/editors/TextField.h"
 
 #include <QHBoxLayout>
-#include <QLineEdit>
 
 namespace tavrin::sheet {
 
-TextEditor::TextEditor() : field_(new QLineEdit(this)) {
+TextEditor::TextEditor() : field_(new TextField(this)) {
     auto* layout = new QHBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(field_);

@@ -88,6 +88,32 @@ TEST(Embedding, KeysThatNobodyWantsReachTheMenu) {
     EXPECT_TRUE(waitFor([&] { return commands == 1; })) << commands;
 }
 
+TEST(Embedding, FieldsHaveTheirKeysBeforeTheFrame) {
+    TestFrame frame;
+    auto* host = new WrappedQtWidget<Fields>(&*frame);
+    std::vector<int> keys;
+    frame->Bind(wxEVT_CHAR_HOOK, [&](wxKeyEvent& event) {
+        if (event.ControlDown() && event.GetKeyCode() != WXK_CONTROL) {
+            keys.push_back(event.GetKeyCode());
+        } else {
+            event.Skip();
+        }
+    });
+    frame.show();
+    QLineEdit& field = *host->getWidget()->all[0];
+    ASSERT_TRUE(waitUntilShown(field));
+    clickMouse(*host, field);
+    ASSERT_TRUE(waitFor([&] { return field.hasFocus(); }));
+    typeText("one two");
+    pressKey(WXK_LEFT, wxMOD_CONTROL);
+    EXPECT_TRUE(waitFor([&] { return field.cursorPosition() == 4; })) << field.cursorPosition();
+    pressKey('A', wxMOD_CONTROL);
+    EXPECT_TRUE(waitFor([&] { return field.selectedText() == "one two"; }));
+    EXPECT_TRUE(keys.empty());
+    pressKey('1', wxMOD_CONTROL);
+    EXPECT_TRUE(waitFor([&] { return keys == std::vector<int>{'1'}; }));
+}
+
 TEST(Embedding, GrowsScrollsAndFollowsTheKeyboard) {
     TestFrame frame({400, 200});
     auto* scrolled = new wxScrolledWindow(&*frame);

@@ -96,6 +96,8 @@ TEST(PropertySheet, NumbersAreTypedSteppedAndDragged) {
     turnWheel(*shown.window, toWindow(*shown.window, field), -2);
     EXPECT_TRUE(waitFor([&] { return std::abs(stops() - 9.7f) < 1e-4f; })) << stops();
     typeText("3");
+    pressKey(WXK_HOME, wxMOD_CONTROL);
+    EXPECT_TRUE(waitFor([&] { return field.cursorPosition() == 0; }));
     pressKey(WXK_ESCAPE);
     EXPECT_EQ(field.text(), "9.70");
 
