@@ -7,15 +7,19 @@ namespace tavrin::widgets {
 /// Counts the whole notches of a wheel; fine wheels and touch pads send parts of them.
 class WheelSteps {
 public:
-    /// The notches that this event completes, positive away from the user.
-    int take(const wxMouseEvent& event) {
-        if ((turned_ > 0) != (event.GetWheelRotation() > 0)) {
+    /// The notches that this turn completes, positive away from the user; `notch` is how much of
+    /// the same unit makes one.
+    int take(int rotation, int notch) {
+        if ((turned_ > 0) != (rotation > 0)) {
             turned_ = 0;
         }
-        turned_ += event.GetWheelRotation();
-        const int steps = turned_ / event.GetWheelDelta();
-        turned_ -= steps * event.GetWheelDelta();
+        turned_ += rotation;
+        const int steps = turned_ / notch;
+        turned_ -= steps * notch;
         return steps;
+    }
+    int take(const wxMouseEvent& event) {
+        return take(event.GetWheelRotation(), event.GetWheelDelta());
     }
 
 private:

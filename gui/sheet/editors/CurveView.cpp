@@ -1,6 +1,7 @@
 #include "gui/sheet/editors/CurveView.h"
 
 #include "gui/sheet/SkinColors.h"
+#include "gui/sheet/editors/NumberScale.h"
 
 #include <QKeyEvent>
 #include <algorithm>
@@ -226,7 +227,7 @@ void CurveView::leaveEvent(QEvent*) {
 }
 
 void CurveView::keyPressEvent(QKeyEvent* event) {
-    const float step = event->modifiers().testFlag(Qt::ShiftModifier) ? 0.5f : 0.05f;
+    const auto step = static_cast<float>(0.1 * getStepFactor(event->modifiers()));
     const auto move = [&](float x, float y) {
         if (selected_) {
             moveSelected({points_[*selected_].x + x, points_[*selected_].y + y});

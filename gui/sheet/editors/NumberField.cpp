@@ -11,12 +11,6 @@ namespace {
 
 constexpr double kDragDistance = 4.0;  // a click may be as unsteady as this
 
-double getFactor(Qt::KeyboardModifiers modifiers) {
-    return modifiers.testFlag(Qt::ShiftModifier)     ? 10.0
-           : modifiers.testFlag(Qt::ControlModifier) ? 0.1
-                                                     : 1.0;
-}
-
 }  // namespace
 
 NumberField::NumberField(const NumberScale& scale, QWidget* parent)
@@ -92,13 +86,15 @@ void NumberField::keyPressEvent(QKeyEvent* event) {
 }
 
 void NumberField::wheelEvent(QWheelEvent* event) {
-    constexpr double kNotch = 120.0;
     if (!hasFocus()) {
         return event->ignore();
     }
     // With Alt, and on some systems with Shift, the wheel is turned to the side.
     const QPoint angle = event->angleDelta();
-    changeBySteps((angle.y() != 0 ? angle.y() : angle.x()) / kNotch, event->modifiers());
+    const int turned = angle.y() != 0 ? angle.y() : angle.x();
+    if (const int steps = wheel_.take(turned, QWheelEvent::DefaultDeltasPerStep); steps != 0) {
+        changeBySteps(steps, event->modifiers());
+    }
     event->accept();
 }
 
@@ -119,7 +115,7 @@ void NumberField::mouseMoveEvent(QMouseEvent* event) {
     const double distance = event->position().x() - heldX_;
     if (isDragged_ || std::abs(distance) >= kDragDistance) {
         isDragged_ = true;
-        const double moved = distance * scale_.getStep() * getFactor(event->modifiers());
+        const double moved = distance * scale_.getStep() * getStepFactor(event->modifiers());
         change(scale_.round(heldNumber_ + moved));
     }
 }
@@ -190,7 +186,7 @@ void NumberField::change(double number) {
 
 void NumberField::changeBySteps(double steps, Qt::KeyboardModifiers modifiers) {
     commit();
-    double step = scale_.getStep() * getFactor(modifiers);
+    double step = scale_.getStep() * getStepFactor(modifiers);
     if (scale_.isInteger) {
         step = std::max(step, 1.0);
     }

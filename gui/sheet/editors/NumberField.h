@@ -3,11 +3,12 @@
 #include "foundation/Function.h"
 #include "gui/sheet/editors/NumberScale.h"
 #include "gui/sheet/editors/TextField.h"
+#include "gui/widgets/WheelSteps.h"
 
 namespace tavrin::sheet {
 
 /// A field for a number: typed, changed by the arrow keys and, when it has the keyboard, by the
-/// wheel (with Shift ten times as much, with Ctrl a tenth), or dragged sideways. Enter takes what
+/// wheel (with Shift a tenth as much, with Ctrl ten times), or dragged sideways. Enter takes what
 /// has been typed, Escape gives it up.
 class NumberField final : public TextField {
 public:
@@ -50,6 +51,7 @@ private:
     bool isDragged_ = false;
     double heldX_ = 0.0;
     double heldNumber_ = 0.0;
+    widgets::WheelSteps wheel_;
 };
 
 }  // namespace tavrin::sheet

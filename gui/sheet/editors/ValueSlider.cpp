@@ -104,24 +104,29 @@ void ValueSlider::mouseMoveEvent(QMouseEvent* event) {
     if (!isHeld_) {
         return;
     }
-    const double speed = event->modifiers().testFlag(Qt::ShiftModifier) ? 0.1 : 1.0;
+    // Not faster than the mouse.
+    const double speed = std::min(getStepFactor(event->modifiers()), 1.0);
     handle_ += (event->position().x() - lastX_) * speed;
     lastX_ = event->position().x();
     change(getNumber(handle_));
 }
 
-void ValueSlider::mouseReleaseEvent(QMouseEvent*) {
-    isHeld_ = false;
-    update();
+void ValueSlider::mouseReleaseEvent(QMouseEvent* event) {
+    if (event->button() == Qt::LeftButton) {
+        isHeld_ = false;
+        update();
+    }
 }
 
-void ValueSlider::mouseDoubleClickEvent(QMouseEvent*) {
-    isHeld_ = false;
-    change(scale_.defaultValue);
+void ValueSlider::mouseDoubleClickEvent(QMouseEvent* event) {
+    if (event->button() == Qt::LeftButton) {
+        isHeld_ = false;
+        change(scale_.defaultValue);
+    }
 }
 
 void ValueSlider::keyPressEvent(QKeyEvent* event) {
-    const double step = scale_.getStep();
+    const double step = scale_.getStep() * getStepFactor(event->modifiers());
     switch (event->key()) {
         case Qt::Key_Left:
         case Qt::Key_Down:
@@ -146,11 +151,16 @@ void ValueSlider::keyPressEvent(QKeyEvent* event) {
 }
 
 void ValueSlider::wheelEvent(QWheelEvent* event) {
-    constexpr double kNotch = 120.0;
     if (!hasFocus()) {
         return event->ignore();
     }
-    change(scale_.limit(number_ + event->angleDelta().y() / kNotch * scale_.getStep()));
+    const QPoint angle = event->angleDelta();
+    const int turned = angle.y() != 0 ? angle.y() : angle.x();
+    const int steps = wheel_.take(turned, QWheelEvent::DefaultDeltasPerStep);
+    if (steps != 0) {
+        const double step = scale_.getStep() * getStepFactor(event->modifiers());
+        change(scale_.limit(number_ + steps * step));
+    }
     event->accept();
 }
 

@@ -2,6 +2,7 @@
 
 #include "foundation/Function.h"
 #include "gui/sheet/editors/NumberScale.h"
+#include "gui/widgets/WheelSteps.h"
 
 #include <QWidget>
 
@@ -43,6 +44,7 @@ private:
     bool isHeld_ = false;
     double handle_ = 0.0;  ///< where the handle is dragged, between the pixels of the mouse
     double lastX_ = 0.0;
+    widgets::WheelSteps wheel_;
 };
 
 }  // namespace tavrin::sheet

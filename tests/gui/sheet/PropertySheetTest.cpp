@@ -95,6 +95,12 @@ TEST(PropertySheet, NumbersAreTypedSteppedAndDragged) {
     EXPECT_TRUE(waitFor([&] { return stops() == 9.9f; })) << stops();
     turnWheel(*shown.window, toWindow(*shown.window, field), -2);
     EXPECT_TRUE(waitFor([&] { return std::abs(stops() - 9.7f) < 1e-4f; })) << stops();
+    pressKey(WXK_UP, wxMOD_CONTROL);
+    EXPECT_TRUE(waitFor([&] { return stops() == 10.0f; })) << stops();
+    pressKey(WXK_DOWN, wxMOD_SHIFT);
+    EXPECT_TRUE(waitFor([&] { return std::abs(stops() - 9.99f) < 1e-4f; })) << stops();
+    typeText("9.7");
+    pressKey(WXK_RETURN);
     typeText("3");
     pressKey(WXK_HOME, wxMOD_CONTROL);
     EXPECT_TRUE(waitFor([&] { return field.cursorPosition() == 0; }));
