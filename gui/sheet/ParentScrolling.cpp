@@ -70,18 +70,4 @@ void scrollIntoView(const wxWindow& window, const wxRect& part) {
     }
 }
 
-void relayoutParents(const wxWindow& window) {
-    for (wxWindow* parent = window.GetParent(); parent != nullptr; parent = parent->GetParent()) {
-        parent->InvalidateBestSize();
-        parent->Layout();
-        if (dynamic_cast<wxScrollHelper*>(parent) != nullptr) {
-            parent->FitInside();
-            return;
-        }
-        if (parent->IsTopLevel()) {
-            return;
-        }
-    }
-}
-
 }  // namespace tavrin::sheet

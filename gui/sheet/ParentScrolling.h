@@ -15,8 +15,4 @@ bool scrollParent(const wxWindow& window, int unitsX, int unitsY);
 /// Scrolls as far as needed to show a part of the window, in its client coordinates.
 void scrollIntoView(const wxWindow& window, const wxRect& part);
 
-/// After the window's sizes have changed: lays out the windows around it, up to the scrolled one,
-/// which gets a new virtual size.
-void relayoutParents(const wxWindow& window);
-
 }  // namespace tavrin::sheet

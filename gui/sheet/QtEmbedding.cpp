@@ -2,6 +2,7 @@
 
 #include "gui/sheet/Collapsible.h"
 #include "gui/sheet/ParentScrolling.h"
+#include "gui/widgets/LayOutAround.h"
 
 #include <QApplication>
 #include <QKeyEvent>
@@ -236,8 +237,7 @@ void QtHost::Embedding::relayoutLater() {
 
 void QtHost::Embedding::relayout() {
     isRelayoutPending_ = false;
-    host_.InvalidateBestSize();
-    relayoutParents(host_);
+    widgets::layOutAround(host_);
     scrollToFollowed();
 }
 

@@ -2,11 +2,11 @@
 
 #include "gui/widgets/Conversions.h"
 #include "gui/widgets/CustomControl.h"
+#include "gui/widgets/LayOutAround.h"
 #include "gui/widgets/ScopedWindowFreezer.h"
 
 #include <wx/brush.h>
 #include <wx/pen.h>
-#include <wx/scrolwin.h>
 #include <wx/sizer.h>
 
 #include <algorithm>
@@ -114,21 +114,6 @@ void CollapsiblePanel::toggle() {
     // A copy, as the callback may end this object.
     if (const Function<void(bool)> callback = onCollapse_) {
         callback(isCollapsed());
-    }
-}
-
-void layOutAround(wxWindow& window) {
-    for (wxWindow* around = &window; around != nullptr; around = around->GetParent()) {
-        around->InvalidateBestSize();
-        if (dynamic_cast<wxScrollHelper*>(around) != nullptr) {
-            around->Layout();
-            around->FitInside();
-            return;
-        }
-        around->Layout();
-        if (around->IsTopLevel()) {
-            return;
-        }
     }
 }
 

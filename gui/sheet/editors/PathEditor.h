@@ -15,6 +15,7 @@ class PathEditor final : public PropertyEditor {
 public:
     explicit PathEditor(const EditorContext& context);
     void showValue(const Value& value) override;
+    QWidget* getWidePart() override { return this; }
 
 protected:
     bool eventFilter(QObject* object, QEvent* event) override;

@@ -125,16 +125,26 @@ protected:
             EXPECT_TRUE(
                 waitFor([&] { return isForFiles ? watch.Time() > 500 : dialog->IsActive(); }));
             if (isForFiles && next_ == paths_.size()) {
-                pressKey(WXK_ESCAPE);
+                end(*dialog, WXK_ESCAPE);
                 return;
             }
             if (isForFiles) {
                 pressKey('A', wxMOD_CONTROL);
                 typeText(paths_[next_++]);
             }
-            pressKey(WXK_RETURN);
+            end(*dialog, WXK_RETURN);
         });
         return wxID_NONE;
+    }
+    /// The system's own dialog may take a key for the completion of a name.
+    static void end(const wxDialog& dialog, int key) {
+        EXPECT_TRUE(waitFor([&] {
+            const wxStopWatch watch;
+            for (pressKey(key); dialog.IsModal() && watch.Time() < 1000; wxMilliSleep(5)) {
+                handleEvents();
+            }
+            return !dialog.IsModal();
+        }));
     }
     void Exit(wxDialog*) override { current_ = nullptr; }
 
