@@ -26,7 +26,9 @@ void DragHandle::paintEvent(QPaintEvent*) {
 }
 
 void DragHandle::mousePressEvent(QMouseEvent* event) {
-    if (event->button() == Qt::LeftButton) {
+    if (isHeld_) {
+        end(false);
+    } else if (event->button() == Qt::LeftButton) {
         isHeld_ = true;
         startY_ = event->globalPosition().toPoint().y();
         setFocus(Qt::MouseFocusReason);  // for Escape

@@ -6,7 +6,7 @@
 
 namespace tavrin::sheet {
 
-/// A grip by which something is dragged up and down; Escape gives up.
+/// A grip by which something is dragged up and down; Escape, or another button, gives up.
 class DragHandle final : public QWidget {
 public:
     explicit DragHandle(QWidget* parent = nullptr);

@@ -144,6 +144,9 @@ void ListSection::replace(const QString& what, const UiListAction& action) {
         layout_->insertWidget(1, undoBar_);
         isReplaced_ = true;
         undoBar_->offer(what, [before](GenericList& list) { list = before; });
+        if (hasFocus() && !items_.empty()) {
+            items_.front()->takeFocus();
+        }
     }
 }
 
@@ -170,6 +173,9 @@ void ListSection::showList() {
         }
     }
     for (ListItem* item : rest) {
+        if (item->isAncestorOf(window()->focusWidget())) {
+            setFocus();  // hiding it would send the keyboard out of the sheet
+        }
         item->hide();
         layout_->removeWidget(item);
         item->deleteLater();  // it may be what has led here

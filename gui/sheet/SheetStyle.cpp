@@ -37,7 +37,7 @@ void SheetStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* opt
             return;
         case PE_PanelButtonTool:
             if (isOn(*option, State_AutoRaise) && !isOn(*option, State_MouseOver) &&
-                !isOn(*option, State_Sunken) && !isOn(*option, State_On) && !hasKeyboard(*option)) {
+                !isOn(*option, State_Sunken) && !isOn(*option, State_On)) {
                 return;
             }
             drawButton(*option, *painter);
@@ -60,6 +60,9 @@ void SheetStyle::drawComplexControl(ComplexControl control, const QStyleOptionCo
         return;
     }
     QProxyStyle::drawComplexControl(control, option, painter, widget);
+    if (control == CC_ToolButton && hasKeyboard(*option)) {
+        drawPanel(*option, *painter, Qt::transparent);
+    }
 }
 
 int SheetStyle::pixelMetric(PixelMetric metric, const QStyleOption* option,

@@ -49,7 +49,7 @@ void UndoBar::paintEvent(QPaintEvent*) {
     const widgets::GuiSkin& skin = widgets::GuiSkin::DEFAULT();
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(QPen(toQt(skin.highlight), 1.0, Qt::DotLine));
+    painter.setPen(toQt(skin.border));
     painter.setBrush(toQt(skin.field));
     painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), skin.cornerRadius,
                             skin.cornerRadius);

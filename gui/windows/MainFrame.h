@@ -4,6 +4,7 @@
 #include "base/settings/Settings.h"
 #include "foundation/CallbackLifetime.h"
 #include "foundation/Flags.h"
+#include "foundation/Optional.h"
 #include "gui/components/AuiManager.h"
 #include "gui/components/AuiNotebook.h"
 #include "gui/components/DisplayedImage.h"
@@ -17,6 +18,7 @@
 
 #include <wx/frame.h>
 
+#include <set>
 #include <vector>
 
 namespace tavrin::windows {
@@ -58,6 +60,8 @@ private:
     void onLoadStarted();
     void onLoadFinished();
     void onLoadFailed(const String& text);
+    /// Of a load, to be shown at its end; at another time, of an operator that could not do its
+    /// work, shown at once.
     void addWarning(const String& text);
     /// Shows a dialog without buttons until closeOpenDialog() or a click beside it.
     void showWaiting(const String& text);
@@ -69,7 +73,8 @@ private:
     SharedPtr<components::PropertySheetHost> host_;
     Flags<Status> status_;
 
-    String warnings_;  ///< of the load that runs
+    Optional<String> warnings_;      ///< of the load that runs
+    std::set<String> toldWarnings_;  ///< since the last load, apart from those
 
     components::DisplayedImage displayed_;
     components::AuiManager docking_;

@@ -20,7 +20,8 @@ void MainFrame::bindLoadOperator() {
 void MainFrame::onLoadStarted() {
     // Starts and ends come in turns, so that the canvas is thawed as often as it is frozen.
     canvas_->Freeze();
-    warnings_ = {};
+    warnings_ = String();
+    toldWarnings_.clear();
     setStatus(Status::Loading, true);
     showWaiting("Loading image.");
 }
@@ -32,11 +33,11 @@ void MainFrame::onLoadFinished() {
     }
     canvas_->Thaw();
     closeOpenDialog();
-    const String warnings = std::exchange(warnings_, {});
-    if (!warnings.isEmpty()) {
+    const auto warnings = std::exchange(warnings_, std::nullopt);
+    if (warnings && !warnings->isEmpty()) {
         widgets::showMessage(
             this, components::kApplicationTitle,
-            "Following problems have been encountered during loading:\n\n" + warnings,
+            "Following problems have been encountered during loading:\n\n" + *warnings,
             MessageIcon::Information);
     }
     status_.set(Status::Loading, false);
@@ -47,6 +48,7 @@ void MainFrame::onLoadFinished() {
 void MainFrame::onLoadFailed(const String& text) {
     canvas_->Thaw();
     closeOpenDialog();
+    warnings_.reset();
     setStatus(Status::Loading, false);
     if (!text.isEmpty()) {
         widgets::showMessage(this, components::kApplicationTitle, text, MessageIcon::Error);
@@ -54,7 +56,11 @@ void MainFrame::onLoadFailed(const String& text) {
 }
 
 void MainFrame::addWarning(const String& text) {
-    warnings_ += (warnings_.isEmpty() ? String() : String("\n\n")) + text;
+    if (warnings_) {
+        *warnings_ += (warnings_->isEmpty() ? String() : String("\n\n")) + text;
+    } else if (toldWarnings_.insert(text).second) {
+        widgets::showMessage(this, components::kApplicationTitle, text, MessageIcon::Warning);
+    }
 }
 
 void MainFrame::showWaiting(const String& text) {

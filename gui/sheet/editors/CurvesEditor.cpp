@@ -165,6 +165,9 @@ void CurvesEditor::showNumbers() {
     if (isSelected) {
         x_->showNumber(view_->getPoints()[*selected].x);
         y_->showNumber(view_->getPoints()[*selected].y);
+    } else {
+        x_->clear();
+        y_->clear();
     }
 }
 

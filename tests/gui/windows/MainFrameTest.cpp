@@ -2,7 +2,9 @@
 #include "gui/sheet/editors/NumberField.h"
 #include "gui/widgets/Conversions.h"
 #include "gui/windows/MainFrame.h"
+#include "services/colorkit/Pipeline.h"
 #include "services/colorkit/editing/PipelineData.h"
+#include "services/colorkit/operators/LutOperator.h"
 #include "services/postcore/PropertyIds.h"
 #include "tests/base/pipeline/TestChain.h"
 #include "tests/gui/sheet/QtGui.h"
@@ -151,6 +153,27 @@ TEST_F(MainFrameTest, ShowsALoadedImageAndWhatChanges) {
 
     load("other.txr");
     EXPECT_TRUE(waitFor([this] { return getTitle().contains("(other.txr"); }));
+}
+
+TEST_F(MainFrameTest, TellsOnceOfAnOperatorThatCannotWork) {
+    load();
+    int told = 0;
+    const auto useMissingLut = [&](float opacity) {
+        onDialog("Tavrin Image Editor", [&] {
+            ++told;
+            pressKey(WXK_RETURN);
+        });
+        colorMapping_.setPipeline(colorkit::makePipeline(
+            {colorkit::OperatorValues(colorkit::LutOperator::kDescriptor)
+                 .setEnabled(true)
+                 .set(colorkit::LutOperator::kOpacity, opacity)
+                 .set(colorkit::LutOperator::kPath, Path(String("/missing/film.cube")))}));
+    };
+    useMissingLut(1.0f);
+    EXPECT_TRUE(waitFor([&] { return told == 1; }));
+    useMissingLut(0.5f);
+    EXPECT_TRUE(waitFor([this] { return showsPipeline(); }));
+    EXPECT_EQ(told, 1);
 }
 
 TEST_F(MainFrameTest, TypingIntoTheSheetChangesThePicture) {
