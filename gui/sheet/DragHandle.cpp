@@ -10,6 +10,11 @@
 #include <utility>
 
 namespace tavrin::sheet {
+namespace {
+
+constexpr int kRepeatTime = 60;  // milliseconds
+
+}  // namespace
 
 DragHandle::DragHandle(QWidget* parent) : QWidget(parent) {
     setFixedWidth(12);
@@ -39,8 +44,14 @@ void DragHandle::mouseMoveEvent(QMouseEvent* event) {
     const int y = event->globalPosition().toPoint().y();
     if (isHeld_ && (isDragged_ || std::abs(y - startY_) >= QApplication::startDragDistance())) {
         isDragged_ = true;
+        lastY_ = y;
+        timer_.start(kRepeatTime, this);
         onDrag(y);
     }
+}
+
+void DragHandle::timerEvent(QTimerEvent*) {
+    onDrag(lastY_);
 }
 
 void DragHandle::mouseReleaseEvent(QMouseEvent* event) {
@@ -59,6 +70,7 @@ void DragHandle::keyPressEvent(QKeyEvent* event) {
 
 void DragHandle::end(bool isTaken) {
     isHeld_ = false;
+    timer_.stop();
     if (std::exchange(isDragged_, false)) {
         onEnd(isTaken);
     }

@@ -2,11 +2,13 @@
 
 #include "foundation/Function.h"
 
+#include <QBasicTimer>
 #include <QWidget>
 
 namespace tavrin::sheet {
 
-/// A grip by which something is dragged up and down; Escape, or another button, gives up.
+/// A grip by which something is dragged up and down; Escape, or another button, gives up. While it
+/// is dragged, it tells its place again and again, as what is below the mouse may be scrolled.
 class DragHandle final : public QWidget {
 public:
     explicit DragHandle(QWidget* parent = nullptr);
@@ -24,11 +26,14 @@ protected:
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
+    void timerEvent(QTimerEvent* event) override;
     void end(bool isTaken);
 
     bool isHeld_ = false;
     bool isDragged_ = false;
     int startY_ = 0;
+    int lastY_ = 0;
+    QBasicTimer timer_;
 };
 
 }  // namespace tavrin::sheet

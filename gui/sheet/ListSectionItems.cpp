@@ -3,6 +3,7 @@
 #include "gui/sheet/ListCommands.h"
 #include "gui/sheet/ListItemData.h"
 #include "gui/sheet/ListSection.h"
+#include "gui/sheet/ShowPartEvent.h"
 #include "gui/sheet/UndoBar.h"
 
 #include <QLabel>
@@ -110,6 +111,10 @@ void ListSection::showDrop(int globalY) {
     dropLine_->setGeometry(0, line, width(), kThickness);
     dropLine_->raise();
     dropLine_->show();
+    // The list follows what is dragged to its edge, and beyond.
+    constexpr int kMargin = 24;
+    constexpr int kMost = 20;
+    askToShow(*this, QRect(0, std::clamp(y, 0, height()) - kMargin, 1, 2 * kMargin), kMost);
 }
 
 void ListSection::endDrop(const ListItem& item, bool isTaken) {

@@ -3,6 +3,7 @@
 #include <wx/scrolwin.h>
 #include <wx/window.h>
 
+#include <algorithm>
 #include <cmath>
 
 namespace tavrin::sheet {
@@ -47,7 +48,7 @@ bool scrollParent(const wxWindow& window, int unitsX, int unitsY) {
     return true;
 }
 
-void scrollIntoView(const wxWindow& window, const wxRect& part) {
+void scrollIntoView(const wxWindow& window, const wxRect& part, int most) {
     wxWindow* parent = findScrolledParent(window);
     if (parent == nullptr) {
         return;
@@ -62,8 +63,9 @@ void scrollIntoView(const wxWindow& window, const wxRect& part) {
     int unitX = 0;
     int unitY = 0;
     scrolling.GetScrollPixelsPerUnit(&unitX, &unitY);
-    const int shiftX = toUnits(getShift(corner.x, part.width, view.x), unitX);
-    const int shiftY = toUnits(getShift(corner.y, part.height, view.y), unitY);
+    const auto limit = [most](int shift) { return std::clamp(shift, -most, most); };
+    const int shiftX = toUnits(limit(getShift(corner.x, part.width, view.x)), unitX);
+    const int shiftY = toUnits(limit(getShift(corner.y, part.height, view.y)), unitY);
     if (shiftX != 0 || shiftY != 0) {
         const wxPoint start = scrolling.GetViewStart();
         scrolling.Scroll(start.x + shiftX, start.y + shiftY);

@@ -2,6 +2,8 @@
 
 #include <wx/gdicmn.h>
 
+#include <limits>
+
 class wxWindow;
 
 namespace tavrin::sheet {
@@ -12,7 +14,9 @@ namespace tavrin::sheet {
 /// scrolled.
 bool scrollParent(const wxWindow& window, int unitsX, int unitsY);
 
-/// Scrolls as far as needed to show a part of the window, in its client coordinates.
-void scrollIntoView(const wxWindow& window, const wxRect& part);
+/// Scrolls as far as needed to show a part of the window, in its client coordinates, but at most
+/// by so many pixels.
+void scrollIntoView(const wxWindow& window, const wxRect& part,
+                    int most = std::numeric_limits<int>::max());
 
 }  // namespace tavrin::sheet

@@ -2,6 +2,7 @@
 
 #include "gui/sheet/Collapsible.h"
 #include "gui/sheet/ParentScrolling.h"
+#include "gui/sheet/ShowPartEvent.h"
 #include "gui/widgets/LayOutAround.h"
 
 #include <QApplication>
@@ -9,6 +10,7 @@
 #include <QWheelEvent>
 #include <QWindow>
 #include <algorithm>
+#include <limits>
 
 namespace tavrin::sheet {
 namespace {
@@ -178,6 +180,11 @@ void QtHost::Embedding::keepKey(const GdkEventKey* event) {
 }
 
 bool QtHost::Embedding::eventFilter(QObject* object, QEvent* event) {
+    if (event->type() == ShowPartEvent::kType) {
+        const auto* wanted = static_cast<ShowPartEvent*>(event);
+        scrollTo(wanted->getPart(), wanted->getMost());
+        return true;
+    }
     switch (event->type()) {
         case QEvent::Close:
             event->ignore();
@@ -260,11 +267,17 @@ void QtHost::Embedding::scrollToFollowed() {
     // A title is shown with what it is the title of.
     auto* const collapsible = qobject_cast<Collapsible*>(followed_->parentWidget());
     const QWidget& part = collapsible != nullptr ? *collapsible : *followed_;
-    const QPoint corner = part.mapTo(content_, QPoint(0, 0));
+    scrollTo(QRect(part.mapTo(content_, QPoint(0, 0)), part.size()),
+             std::numeric_limits<int>::max());
+}
+
+void QtHost::Embedding::scrollTo(const QRect& part, int most) {
     const double ratio = getRatio();
     const auto scaled = [ratio](int length) { return static_cast<int>(length * ratio); };
-    scrollIntoView(host_, wxRect(scaled(corner.x()), scaled(corner.y()), scaled(part.width()),
-                                 scaled(part.height())));
+    scrollIntoView(
+        host_,
+        wxRect(scaled(part.x()), scaled(part.y()), scaled(part.width()), scaled(part.height())),
+        most);
 }
 
 int QtHost::Embedding::Enter(wxDialog*) {

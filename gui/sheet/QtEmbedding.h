@@ -45,6 +45,8 @@ private:
     /// When Qt has laid out what has changed.
     void scrollToFollowedLater();
     void scrollToFollowed();
+    /// A part of the content, in pixels of Qt.
+    void scrollTo(const QRect& part, int most);
 
     int Enter(wxDialog* dialog) override;
     void Exit(wxDialog* dialog) override;

@@ -202,6 +202,24 @@ TEST(PropertySheet, ItemsAreSwitchedCopiedMovedAndRemoved) {
     EXPECT_FALSE(view.getList().getUndoBar().isVisible());
 }
 
+TEST(PropertySheet, DraggingToTheEdgeScrolls) {
+    ShownSheet shown({"Exposure", "Filmic", "Sigmoid", "Tint"}, {300, 260});
+    const QWidget& grip = shown.getItem(0).getHandle();
+    moveMouse(*shown.window, toWindow(*shown.window, grip));
+    pressMouse(wxMOUSE_BTN_LEFT);
+    moveMouse(*shown.scrolled, {40, 200});
+    moveMouse(*shown.scrolled, {40, 252});
+    const auto isAtEnd = [&] {
+        return shown.window->GetPosition().y + shown.window->GetSize().y <=
+               shown.scrolled->GetClientSize().y + 30;
+    };
+    EXPECT_FALSE(isAtEnd());
+    EXPECT_TRUE(waitFor(isAtEnd)) << shown.window->GetPosition().y;
+    handleEvents();
+    releaseMouse(wxMOUSE_BTN_LEFT);
+    EXPECT_TRUE(waitFor([&] { return shown.getTypes().back() == "Exposure"; }));
+}
+
 TEST(PropertySheet, AddsFromMenusAndGoesBackFromPresets) {
     ShownSheet shown({"Exposure"}, {340, 900});
     sheet::ListSection& list = shown.getSheet().getList();
