@@ -1,5 +1,7 @@
 #include "gui/components/HistogramBins.h"
 
+#include "services/colorkit/Luminance.h"
+
 #include <cstddef>
 
 // The order matters: this source is included again for each instruction set.
@@ -16,7 +18,7 @@ namespace tavrin::components::HWY_NAMESPACE {
 namespace hn = hwy::HWY_NAMESPACE;
 
 void findBins(const HistogramBins& bins, std::span<const float> values, std::int32_t* out) {
-    constexpr float kMiddleGrey = 0.18f;
+    constexpr auto kMiddleGrey = static_cast<float>(colorkit::kMiddleGrey);
     const hn::ScalableTag<float> wide;
     const hn::CappedTag<float, 1> single;
     const auto count = static_cast<float>(bins.count);

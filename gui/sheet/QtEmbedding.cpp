@@ -11,6 +11,7 @@
 #include <QWindow>
 #include <algorithm>
 #include <limits>
+#include <utility>
 
 namespace tavrin::sheet {
 namespace {
@@ -23,35 +24,25 @@ void synchronize() {
     gdk_display_sync(gdk_display_get_default());
 }
 
+constexpr std::pair<int, Qt::Key> kEditingKeys[] = {
+    {WXK_LEFT, Qt::Key_Left},      {WXK_NUMPAD_LEFT, Qt::Key_Left},
+    {WXK_RIGHT, Qt::Key_Right},    {WXK_NUMPAD_RIGHT, Qt::Key_Right},
+    {WXK_UP, Qt::Key_Up},          {WXK_NUMPAD_UP, Qt::Key_Up},
+    {WXK_DOWN, Qt::Key_Down},      {WXK_NUMPAD_DOWN, Qt::Key_Down},
+    {WXK_HOME, Qt::Key_Home},      {WXK_NUMPAD_HOME, Qt::Key_Home},
+    {WXK_END, Qt::Key_End},        {WXK_NUMPAD_END, Qt::Key_End},
+    {WXK_DELETE, Qt::Key_Delete},  {WXK_NUMPAD_DELETE, Qt::Key_Delete},
+    {WXK_BACK, Qt::Key_Backspace},
+};
+
 /// 0 for keys with which no text is edited.
 int toQtKey(int key) {
-    switch (key) {
-        case WXK_LEFT:
-        case WXK_NUMPAD_LEFT:
-            return Qt::Key_Left;
-        case WXK_RIGHT:
-        case WXK_NUMPAD_RIGHT:
-            return Qt::Key_Right;
-        case WXK_UP:
-        case WXK_NUMPAD_UP:
-            return Qt::Key_Up;
-        case WXK_DOWN:
-        case WXK_NUMPAD_DOWN:
-            return Qt::Key_Down;
-        case WXK_HOME:
-        case WXK_NUMPAD_HOME:
-            return Qt::Key_Home;
-        case WXK_END:
-        case WXK_NUMPAD_END:
-            return Qt::Key_End;
-        case WXK_BACK:
-            return Qt::Key_Backspace;
-        case WXK_DELETE:
-        case WXK_NUMPAD_DELETE:
-            return Qt::Key_Delete;
-        default:
-            return key >= WXK_SPACE && key < WXK_DELETE ? key : 0;
+    for (const auto& [ours, theirs] : kEditingKeys) {
+        if (key == ours) {
+            return theirs;
+        }
     }
+    return key >= WXK_SPACE && key < WXK_DELETE ? key : 0;
 }
 
 }  // namespace
@@ -221,9 +212,9 @@ bool QtHost::Embedding::forwardKey() {
 }
 
 bool QtHost::Embedding::scrollParent(const QPoint& angle) {
-    followed_ = nullptr;
     constexpr int kUnitsPerNotch = 3;
     constexpr int kAnglePerUnit = 120 / kUnitsPerNotch;
+    followed_ = nullptr;  // it may be scrolled out of view
     // Fine wheels and touch pads send parts of a unit.
     turned_ += angle;
     const QPoint units(turned_.x() / kAnglePerUnit, turned_.y() / kAnglePerUnit);

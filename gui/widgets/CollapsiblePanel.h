@@ -39,4 +39,5 @@ private:
     wxWindow* body_;
     Function<void(bool)> onCollapse_;
 };
+
 }  // namespace tavrin::widgets

@@ -1,7 +1,7 @@
 #include "gui/sheet/editors/CurveView.h"
 
 #include "gui/sheet/SkinColors.h"
-#include "gui/sheet/editors/NumberScale.h"
+#include "gui/sheet/editors/Steps.h"
 
 #include <QKeyEvent>
 #include <algorithm>

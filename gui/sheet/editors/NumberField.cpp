@@ -89,10 +89,7 @@ void NumberField::wheelEvent(QWheelEvent* event) {
     if (!hasFocus()) {
         return event->ignore();
     }
-    // With Alt, and on some systems with Shift, the wheel is turned to the side.
-    const QPoint angle = event->angleDelta();
-    const int turned = angle.y() != 0 ? angle.y() : angle.x();
-    if (const int steps = wheel_.take(turned, QWheelEvent::DefaultDeltasPerStep); steps != 0) {
+    if (const int steps = takeSteps(wheel_, *event); steps != 0) {
         changeBySteps(steps, event->modifiers());
     }
     event->accept();

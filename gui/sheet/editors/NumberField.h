@@ -2,8 +2,8 @@
 
 #include "foundation/Function.h"
 #include "gui/sheet/editors/NumberScale.h"
+#include "gui/sheet/editors/Steps.h"
 #include "gui/sheet/editors/TextField.h"
-#include "gui/widgets/WheelSteps.h"
 
 namespace tavrin::sheet {
 

@@ -92,12 +92,6 @@ Optional<double> NumberScale::parse(const QString& text) const {
     return widgets::evaluateExpression(fromQt(text));
 }
 
-double getStepFactor(Qt::KeyboardModifiers modifiers) {
-    return modifiers.testFlag(Qt::ShiftModifier)     ? 0.1
-           : modifiers.testFlag(Qt::ControlModifier) ? 10.0
-                                                     : 1.0;
-}
-
 NumberScale makeNumberScale(const PropertyDefinition& property, int component) {
     NumberScale scale;
     scale.isInteger = property.makeDefault().get<int>() != nullptr;

@@ -29,9 +29,6 @@ struct NumberScale {
     Optional<double> parse(const QString& text) const;
 };
 
-/// What the keyboard makes of a step while it is done: with Shift a tenth, with Ctrl ten times.
-double getStepFactor(Qt::KeyboardModifiers modifiers);
-
 /// Of a property of numbers, or the one at `component` of three.
 NumberScale makeNumberScale(const PropertyDefinition& property, int component = 0);
 

@@ -154,10 +154,7 @@ void ValueSlider::wheelEvent(QWheelEvent* event) {
     if (!hasFocus()) {
         return event->ignore();
     }
-    const QPoint angle = event->angleDelta();
-    const int turned = angle.y() != 0 ? angle.y() : angle.x();
-    const int steps = wheel_.take(turned, QWheelEvent::DefaultDeltasPerStep);
-    if (steps != 0) {
+    if (const int steps = takeSteps(wheel_, *event); steps != 0) {
         const double step = scale_.getStep() * getStepFactor(event->modifiers());
         change(scale_.limit(number_ + steps * step));
     }

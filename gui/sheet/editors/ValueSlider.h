@@ -2,7 +2,7 @@
 
 #include "foundation/Function.h"
 #include "gui/sheet/editors/NumberScale.h"
-#include "gui/widgets/WheelSteps.h"
+#include "gui/sheet/editors/Steps.h"
 
 #include <QWidget>
 
